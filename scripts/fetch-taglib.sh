@@ -36,6 +36,7 @@ list_mirrors() {
     command -v apt-get >/dev/null 2>&1 || return 0
     # Sources without a pool for their main section (security, private ones)
     # merely fail and the next one is tried.
+    # shellcheck disable=SC2016  # apt-get's own variable, not the shell's
     apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' 2>/dev/null |
         sort -u | awk '/security/ { last = last $0 "\n"; next } { print } END { printf "%s", last }'
 }

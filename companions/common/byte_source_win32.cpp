@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "companions/common/byte_source.h"
+#include "companions/common/extended_path_win32.h"
 
 namespace companion {
 namespace {
@@ -73,10 +74,12 @@ private:
     std::uint64_t _position = 0;
 };
 
-std::wstring Wide(const std::u16string& path) { return std::wstring(path.begin(), path.end()); }
+std::wstring Wide(const std::u16string& path) {
+    return std::wstring(path.begin(), path.end());
+}
 
-// The extended form takes a path as it stands, so dots and slashes are
-// resolved first. A path that cannot be resolved is returned unchanged.
+}  // namespace
+
 std::wstring ExtendedPath(const std::wstring& path) {
     if (path.size() < longPath || path.starts_with(L"\\\\?\\") || path.starts_with(L"\\\\.\\"))
         return path;
@@ -88,8 +91,6 @@ std::wstring ExtendedPath(const std::wstring& path) {
     if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC" + full.substr(1);
     return L"\\\\?\\" + full;
 }
-
-}  // namespace
 
 std::unique_ptr<ByteSource> OpenFile(const std::u16string& path) {
     if (path.empty()) return nullptr;

@@ -52,9 +52,8 @@ void PinLibrary() {
     std::call_once(pinned, [] {
         HMODULE self = nullptr;
         // A failure only means that the library is loaded again and again.
-        GetModuleHandleExW(
-            GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
-            reinterpret_cast<LPCWSTR>(&Create), &self);
+        GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
+                           reinterpret_cast<LPCWSTR>(&Create), &self);
     });
 #endif
 }
@@ -125,7 +124,9 @@ DecoderInstance Create(DecoderCreateRecord*) try {
     return 0;
 }
 
-void Destroy(DecoderInstance instance) { delete FromValue(instance); }
+void Destroy(DecoderInstance instance) {
+    delete FromValue(instance);
+}
 
 std::int32_t Get(DecoderInstance instance, const DecoderChar* name, DecoderGetRecord* record) try {
     if (instance == 0 || !record) return 0;
@@ -144,12 +145,22 @@ std::int32_t Open(DecoderInstance instance, DecoderOpenRecord* record) try {
     return 0;
 }
 
-std::int64_t Set() { return 0; }
+std::int64_t Set() {
+    return 0;
+}
 
-std::int64_t Close() { return 0; }
+std::int64_t Close() {
+    return 0;
+}
 
-std::int64_t DecodeBlock() { return 0; }
+std::int64_t DecodeBlock() {
+    return 0;
+}
 
-std::int64_t SetPosition() { return 0; }
+std::int64_t SetPosition() {
+    return 0;
+}
 
-std::int64_t DeleteATag() { return 0; }
+std::int64_t DeleteATag() {
+    return 0;
+}

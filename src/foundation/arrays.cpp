@@ -67,15 +67,16 @@ void clPtrArray::Sort(Less less, std::int64_t context, std::int64_t first, std::
 
 // These exact steps settle where equal entries end, so they are not replaced by
 // a library sort.
-void clPtrArray::SortRange(Less less, std::int64_t context, std::int64_t first,
-                           std::int64_t last) {
+void clPtrArray::SortRange(Less less, std::int64_t context, std::int64_t first, std::int64_t last) {
     while (first < last) {
         const std::int64_t pivot = items[(first + last) / 2];
         std::int64_t i = first;
         std::int64_t j = last;
         do {
-            while (less(items[i], pivot, context) && i < last) ++i;
-            while (less(pivot, items[j], context) && j > first) --j;
+            while (less(items[i], pivot, context) && i < last)
+                ++i;
+            while (less(pivot, items[j], context) && j > first)
+                --j;
             if (i > j) break;
             std::swap(items[i], items[j]);
             ++i;

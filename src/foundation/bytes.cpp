@@ -9,9 +9,9 @@ bool clByteBuffer::Resize(std::int64_t newSize, bool zero) {
         std::free(data);
         const std::int64_t wanted = std::max<std::int64_t>(newSize, 1);
         // malloc, since a plug-in's size must be able to fail without an exception.
-        data = newSize < 0 ? nullptr
-                           : static_cast<std::uint8_t*>(
-                                 std::malloc(static_cast<std::size_t>(wanted)));
+        data = newSize < 0
+                   ? nullptr
+                   : static_cast<std::uint8_t*>(std::malloc(static_cast<std::size_t>(wanted)));
         capacity = data != nullptr ? wanted : 0;
         newSize = data != nullptr ? newSize : 0;
     }

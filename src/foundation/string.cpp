@@ -55,7 +55,6 @@ clString::~clString() {
     Reset();
 }
 
-// NOLINTBEGIN(misc-unconventional-assign-operator): the result is a value with the tag.
 clString clString::operator=(const clString& other) {
     Assign(other);
     return *this;
@@ -77,7 +76,6 @@ clString clString::operator=(const char* text) {
     }
     return *this;
 }
-// NOLINTEND(misc-unconventional-assign-operator)
 
 void clString::Assign(const wchar_t* text, std::int32_t newCount) {
     if (text == nullptr) {
@@ -244,13 +242,15 @@ void clString::Replace(const clString& what, const clString& with) {
 
 void clString::TrimLeft() {
     std::int32_t spaces = 0;
-    while (chars[spaces] == L' ') ++spaces;
+    while (chars[spaces] == L' ')
+        ++spaces;
     if (spaces > 0) EraseRange(1, spaces);
 }
 
 void clString::TrimRight() {
     std::int32_t length = Length();
-    while (length > 0 && chars[length - 1] == L' ') --length;
+    while (length > 0 && chars[length - 1] == L' ')
+        --length;
     Trim(length);
 }
 
@@ -262,13 +262,15 @@ void clString::Trim(std::int32_t length) {
 clString clString::Upper() const {
     clString result;
     result.Assign(*this);
-    for (std::int32_t i = 0; i < result.count; ++i) result.chars[i] = UpperAscii(result.chars[i]);
+    for (std::int32_t i = 0; i < result.count; ++i)
+        result.chars[i] = UpperAscii(result.chars[i]);
     return result;
 }
 
 clString clString::Lower() const {
     clString result;
     result.Assign(*this);
-    for (std::int32_t i = 0; i < result.count; ++i) result.chars[i] = FoldAscii(result.chars[i]);
+    for (std::int32_t i = 0; i < result.count; ++i)
+        result.chars[i] = FoldAscii(result.chars[i]);
     return result;
 }

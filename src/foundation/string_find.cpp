@@ -7,7 +7,8 @@
 bool clString::Equals(const wchar_t* text) const {
     if (text == nullptr) return false;
     std::int32_t i = 0;
-    while (chars[i] != 0 && chars[i] == text[i]) ++i;
+    while (chars[i] != 0 && chars[i] == text[i])
+        ++i;
     return chars[i] == text[i];
 }
 

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int32_t firstSize = 1000;
 constexpr std::int32_t sizeFactor = 5;
-constexpr std::int32_t sizeEnd = 104857600;  // sizes stay below it
+constexpr std::int32_t sizeEnd = 104857600;   // sizes stay below it
 constexpr std::int32_t widthEnd = 100000000;  // more digits are not read into a number
 
 struct Specification {
@@ -49,7 +49,8 @@ Specification ReadSpecification(const wchar_t*& at) {
 }
 
 void AppendPadded(clString& result, const clString& digits, std::int32_t width) {
-    for (std::int32_t i = digits.Length(); i < width; ++i) result.Append(L'0');
+    for (std::int32_t i = digits.Length(); i < width; ++i)
+        result.Append(L'0');
     result.Append(digits);
 }
 
@@ -128,8 +129,7 @@ void clString::FormatList(const wchar_t* format, std::va_list arguments) {
         const auto buffer = std::make_unique_for_overwrite<wchar_t[]>(limit + 1);
         std::va_list copy;
         va_copy(copy, arguments);
-        const std::int32_t length =
-            text_platform::FormatBounded(buffer.get(), limit, format, copy);
+        const std::int32_t length = text_platform::FormatBounded(buffer.get(), limit, format, copy);
         va_end(copy);
         if (length >= 0 && static_cast<std::size_t>(length) <= limit) {
             Assign(buffer.get(), length + 1);

@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <memory>
 #include <cstring>
+#include <memory>
 
 #include "foundation/arrays.h"
 
@@ -45,7 +45,8 @@ void clStringList::RemoveAt(std::int64_t index) {
 }
 
 void clStringList::Clear() {
-    for (std::int64_t i = 0; i < Count(); ++i) delete At(i);
+    for (std::int64_t i = 0; i < Count(); ++i)
+        delete At(i);
     clPtrArray::Clear();
 }
 
@@ -75,7 +76,8 @@ bool StringGoesBefore(std::int64_t left, std::int64_t right, std::int64_t ignore
     if (ignoreCase != 0) return a->CompareNoCase(*b) == -1;
     const wchar_t* x = a->Chars();
     const wchar_t* y = b->Chars();
-    for (; *x != 0 && *x == *y; ++x) ++y;
+    for (; *x != 0 && *x == *y; ++x)
+        ++y;
     return *x < *y;  // a prefix meets the other's terminator last and goes first
 }
 
@@ -116,13 +118,15 @@ void clStringList::Split(const clString& text) {
 }
 
 void clStringList::SplitLines(const clString& text) {
-    const clString source(text);  // the text may be one of our own items
+    // The text may be one of our own items.
+    const clString source(text);  // NOLINT(performance-unnecessary-copy-initialization)
     Clear();
     std::int32_t first = 1;
     while (const std::int32_t end = source.FindChar(carriageReturn, first)) {
         Add(Piece(source, first, end));
         first = end + 1;
-        while (source.CharAt(first) == lineFeed) ++first;
+        while (source.CharAt(first) == lineFeed)
+            ++first;
     }
     if (first <= source.Length()) Add(source.Mid(first));
 }

@@ -36,13 +36,15 @@ void clString::FromHex(std::uint64_t value) {
 void clString::FromHexShort(std::uint64_t value) {
     FromHex(value);
     std::int32_t zeros = 0;
-    while (zeros < 15 && chars[zeros] == L'0') ++zeros;
+    while (zeros < 15 && chars[zeros] == L'0')
+        ++zeros;
     if (zeros > 0) EraseRange(1, zeros);
 }
 
 std::int64_t clString::ToInt() const {
     const wchar_t* at = chars;
-    while (*at == L' ') ++at;
+    while (*at == L' ')
+        ++at;
     const bool negative = *at == L'-';
     if (*at == L'-' || *at == L'+') ++at;
     std::uint64_t value = 0;  // unsigned, so that too many digits wrap
@@ -67,7 +69,8 @@ void clString::FromDouble(double value, std::int32_t decimals) {
     const bool negative = value < 0;
     if (negative) value = -value;
     double scale = 1.0;
-    for (std::int32_t i = 0; i < decimals; ++i) scale *= 10.0;
+    for (std::int32_t i = 0; i < decimals; ++i)
+        scale *= 10.0;
     const bool raised = value < 1.0;  // keeps the leading zero in the digits
     if (raised) value += 1.0;
     // 0.49 and not 0.5: exact halves round down.
@@ -77,7 +80,8 @@ void clString::FromDouble(double value, std::int32_t decimals) {
     if (raised) --chars[0];
     if (negative) Insert(L"-", 1);
     std::int32_t length = Length();
-    while (length > 0 && chars[length - 1] == L'0') --length;
+    while (length > 0 && chars[length - 1] == L'0')
+        --length;
     if (length > 0 && chars[length - 1] == L'.') --length;
     Trim(length);
 }

@@ -17,6 +17,7 @@ constexpr wchar_t UpperAscii(wchar_t ch) {
 // in builds without Windows.
 constexpr std::int32_t MeasureText(const wchar_t* text) {
     std::int32_t length = 0;
-    while (text[length] != 0) ++length;
+    while (text[length] != 0)
+        ++length;
     return length;
 }

@@ -36,6 +36,12 @@ public:
         if (length_ < limit_) out_[length_] = ch;
         ++length_;
     }
+    void Fill(wchar_t ch, int count) {
+        // What cannot fit is not written in part: nobody looks at it.
+        if (count > 0 && static_cast<std::size_t>(count) > limit_) length_ = limit_ + 1;
+        for (int i = 0; i < count && length_ <= limit_; ++i)
+            Put(ch);
+    }
     std::int32_t Finish() {
         if (length_ > limit_) return -1;
         if (length_ < limit_) out_[length_] = 0;
@@ -89,20 +95,21 @@ void PutPadded(Output& output, const wchar_t* text, const Conversion& conversion
         ++length;
     }
     const int padding = conversion.width - length;
-    for (int i = 0; !conversion.left && i < padding; ++i) output.Put(L' ');
-    for (int i = 0; i < length; ++i) output.Put(text[i]);
-    for (int i = 0; conversion.left && i < padding; ++i) output.Put(L' ');
+    if (!conversion.left) output.Fill(L' ', padding);
+    for (int i = 0; i < length; ++i)
+        output.Put(text[i]);
+    if (conversion.left) output.Fill(L' ', padding);
 }
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 template <typename Value>
 void PutNumber(Output& output, const Conversion& conversion, Value value) {
-    std::string text(static_cast<std::size_t>(
-                         std::snprintf(nullptr, 0, conversion.spec.c_str(), value)),
-                     '\0');
+    std::string text(
+        static_cast<std::size_t>(std::snprintf(nullptr, 0, conversion.spec.c_str(), value)), '\0');
     std::snprintf(text.data(), text.size() + 1, conversion.spec.c_str(), value);
-    for (const char ch : text) output.Put(static_cast<wchar_t>(ch));
+    for (const char ch : text)
+        output.Put(static_cast<wchar_t>(ch));
 }
 #pragma GCC diagnostic pop
 
@@ -145,6 +152,9 @@ std::int32_t FormatBounded(wchar_t* out, std::size_t limit, const wchar_t* forma
                 PutPadded(output, text != nullptr ? text : L"(null)", conversion);
                 break;
             }
+            case L'c':
+                output.Put(static_cast<wchar_t>(va_arg(arguments, int)));
+                break;
             case L'd':
             case L'i':
             case L'u':

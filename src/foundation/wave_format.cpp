@@ -24,7 +24,8 @@ void clWaveFormat::SetFormat(const WaveFormatRecord* record) {
     const std::uint16_t extension = record->cbSize;
     buffer.Free();
     format = &inlineRecord;
-    if (extension != 0 && buffer.Resize(std::int64_t{sizeof(WaveFormatRecord)} + extension, false)) {
+    if (extension != 0 &&
+        buffer.Resize(std::int64_t{sizeof(WaveFormatRecord)} + extension, false)) {
         format = reinterpret_cast<WaveFormatRecord*>(buffer.data);
         std::memcpy(buffer.data, record, sizeof(WaveFormatRecord) + extension);
     } else {

@@ -9,6 +9,10 @@
 // UTF-8 of UTF-16 text; a lone surrogate becomes U+FFFD. Null gives "(null)".
 std::string Utf8(const wchar_t* text);
 
-inline std::string Utf8(const clString& text) { return Utf8(text.Chars()); }
+inline std::string Utf8(const clString& text) {
+    return Utf8(text.Chars());
+}
 
-inline void PrintTo(const clString& text, std::ostream* out) { *out << '"' << Utf8(text) << '"'; }
+inline void PrintTo(const clString& text, std::ostream* out) {
+    *out << '"' << Utf8(text) << '"';
+}
