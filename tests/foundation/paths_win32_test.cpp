@@ -216,6 +216,13 @@ TEST_F(PathsOnDisk, ClearReadOnlyLeavesTheOtherAttributes) {
     EXPECT_FALSE(ClearReadOnly(scratch.Path(L"missing")));
 }
 
+clString RootOfAFreeLetter() {
+    wchar_t root[] = L"Z:\\";
+    while ((GetLogicalDrives() & (1u << (root[0] - L'A'))) != 0)
+        --root[0];
+    return root;
+}
+
 TEST_F(PathsOnDisk, FilesFoldersAndDriveRootsExist) {
     scratch.AddFile(L"file");
     EXPECT_TRUE(PathExists(scratch.Path(L"file")));
@@ -224,7 +231,7 @@ TEST_F(PathsOnDisk, FilesFoldersAndDriveRootsExist) {
     EXPECT_TRUE(PathExists(L"C:"));
     EXPECT_FALSE(PathExists(scratch.Path(L"missing")));
     EXPECT_FALSE(PathExists(scratch.Path(L"missing\\file")));
-    EXPECT_FALSE(PathExists(L"B:\\"));
+    EXPECT_FALSE(PathExists(RootOfAFreeLetter()));
     EXPECT_FALSE(PathExists(L""));
 }
 
