@@ -33,7 +33,7 @@ public:
     bool Exhausted() const { return _exhausted; }
 
 private:
-    static constexpr std::size_t pageBytes = 32 * 1024;
+    static constexpr std::size_t pageBytes = 32ull * 1024;
 
     struct Page {
         std::uint64_t start = 0;

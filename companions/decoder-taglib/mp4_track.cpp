@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,7 @@ namespace {
 
 constexpr int deepestNesting = 16;
 constexpr int mostBoxes = 100'000;
-constexpr std::size_t longestEntry = 64 * 1024;
+constexpr std::size_t longestEntry = 64ull * 1024;
 
 struct Box {
     std::string type;
@@ -144,7 +145,7 @@ private:
     }
 
     std::uint64_t SumTable(const Box& box, std::uint64_t count) {
-        constexpr std::size_t piece = 64 * 1024;
+        constexpr std::size_t piece = 64ull * 1024;
         std::vector<std::uint8_t> bytes(piece);
         std::uint64_t position = box.body + 12;
         const std::uint64_t end = std::min(box.end, position + count * 4);
@@ -298,7 +299,7 @@ std::int64_t Milliseconds(std::uint64_t duration, std::uint32_t scale) {
     const double result =
         scale == 0 ? 0.0 : static_cast<double>(duration) * 1000.0 / static_cast<double>(scale);
     // An unknown duration is written as all ones.
-    return result < 1e12 ? static_cast<std::int64_t>(result + 0.5) : 0;
+    return result < 1e12 ? std::llround(result) : 0;
 }
 
 }  // namespace

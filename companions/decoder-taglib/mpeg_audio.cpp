@@ -1,6 +1,7 @@
 #include "companions/decoder-taglib/mpeg_audio.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 #include <vector>
 
@@ -11,7 +12,7 @@ constexpr std::uint64_t shortFile = 1u << 20;
 constexpr std::uint64_t longestWalk = 64u << 20;
 constexpr int probes = 16;
 constexpr int framesPerProbe = 8;
-constexpr std::uint64_t resyncWindow = 64 * 1024;
+constexpr std::uint64_t resyncWindow = 64ull * 1024;
 
 // What the header frame of an encoder says. The layout is the one that the
 // Xing reference code and the LAME project published.
@@ -129,7 +130,7 @@ private:
         if (!inside) {
             _start = position;
             _buffer.resize(static_cast<std::size_t>(
-                std::min<std::uint64_t>(128 * 1024, _span.end - position)));
+                std::min<std::uint64_t>(128ull * 1024, _span.end - position)));
             _buffer.resize(_source.ReadAt(position, _buffer.data(), _buffer.size()));
         }
         return ParseFrameHeader(
@@ -156,12 +157,12 @@ bool ProbesAgree(ByteSource& source, AudioSpan audio, const FrameHeader& first) 
 }
 
 std::int64_t Milliseconds(double samples, int sampleRate) {
-    return static_cast<std::int64_t>(samples * 1000.0 / sampleRate + 0.5);
+    return std::llround(samples * 1000.0 / sampleRate);
 }
 
 std::int32_t AverageBitRate(std::uint64_t bytes, double samples, int sampleRate) {
     const double rate = static_cast<double>(bytes) * 8.0 * sampleRate / samples;
-    return rate < 2e9 ? static_cast<std::int32_t>(rate + 0.5) : 0;
+    return rate < 2e9 ? static_cast<std::int32_t>(std::lround(rate)) : 0;
 }
 
 void MeasureByWalking(ByteSource& source, AudioSpan audio, MpegAudio& result) {

@@ -27,7 +27,7 @@ constexpr int adtsChannels[8] = {2, 1, 2, 3, 4, 5, 6, 8};
 
 // How many frames in a row make sure of the first one.
 constexpr int chainLength = 4;
-constexpr std::size_t searchBytes = 64 * 1024;
+constexpr std::size_t searchBytes = 64ull * 1024;
 
 FrameHeader ParseAdts(Bytes bytes) {
     FrameHeader header;

@@ -33,7 +33,7 @@ FrameHeader ParseFrameHeader(Bytes bytes);
 
 // How much junk in front of the first frame is put up with where a file is
 // meant to hold frames.
-constexpr std::uint64_t longestJunk = 256 * 1024;
+constexpr std::uint64_t longestJunk = 256ull * 1024;
 
 // Whether two headers can stand in the same stream.
 bool SameStream(const FrameHeader& one, const FrameHeader& other);

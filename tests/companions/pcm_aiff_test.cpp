@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/companions/opened_file.h"
 #include "tests/companions/pcm_samples.h"
 
@@ -65,6 +67,10 @@ const AiffCase aiffCases[] = {
     {"Gsm", "GSM ", 1, 50, 0, 8000, 1650, 1, 16, 13200, 1000, 1650, "GSM 6.10", "Low"},
     {"UnknownType", "xxxx", 2, 44100, 16, 44100, 4000, 1, 16, 32000, 1000, 4000, "", ""},
 };
+
+void PrintTo(const AiffCase& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class AiffCaseTest : public testing::TestWithParam<AiffCase> {};
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/companions/opened_file.h"
 #include "tests/companions/pcm_samples.h"
 
@@ -44,6 +46,10 @@ ByteList AuFile(std::uint32_t encoding, std::uint32_t channels, std::uint32_t si
     ByteWriter writer;
     writer.Text(".snd").Be32(24 + note.size()).Be32(size).Be32(encoding).Be32(8000).Be32(channels);
     return writer.Text(note).Fill(dataBytes).Bytes();
+}
+
+void PrintTo(const AuCase& row, std::ostream* out) {
+    *out << row.name;
 }
 
 class AuCaseTest : public testing::TestWithParam<AuCase> {};

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <ostream>
 
 #include "tests/companions/opened_file.h"
 #include "tests/companions/pcm_samples.h"
@@ -52,6 +53,10 @@ const CafCase cafCases[] = {
     {"Ulaw", Fields("ulaw", 0, 2, 1, 2, 8), -1, 88200, 1, 16, 705600, 1000, 88200, "mu-law", "High",
      "Constant"},
 };
+
+void PrintTo(const CafCase& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class CafCaseTest : public testing::TestWithParam<CafCase> {};
 

@@ -1,6 +1,8 @@
 // WAV, RIFX, RF64 and BW64: the audio itself.
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 #include "tests/companions/opened_file.h"
 #include "tests/companions/pcm_samples.h"
 
@@ -102,6 +104,10 @@ const WaveCase waveCases[] = {
      16000, "", ""},
     {"NoByteRateAtAll", Fields(0x7777, 2, 44100, 0, 0, 0), 16000, 0, 1, 16, 0, 0, 16000, "", ""},
 };
+
+void PrintTo(const WaveCase& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class WaveCaseTest : public testing::TestWithParam<WaveCase> {};
 
