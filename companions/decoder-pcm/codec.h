@@ -66,7 +66,7 @@ struct FourCode {
 // A compression type of AIFF-C: Apple's "AIFF-C" and "QuickTime File Format".
 FourCode CodecOfAifcType(std::string_view type);
 
-// A format identifier of CAF: Apple's "Core Audio Format Specification".
+// A format identifier of CAF, as Apple's Core Audio Format document lists them.
 Codec CodecOfCafFormat(std::string_view format);
 
 // An encoding of Sun's .au header.

@@ -12,10 +12,10 @@ constexpr std::int32_t sizeFactor = 5;
 constexpr std::int32_t sizeEnd = 104857600;   // sizes stay below it
 constexpr std::int32_t widthEnd = 100000000;  // more digits are not read into a number
 
-struct Specification {
+struct Conversion {
     std::int32_t width = 0;
     std::int32_t precision = 5;
-    wchar_t letter = 0;  // 0 when the specification is broken
+    wchar_t letter = 0;  // 0 when it is broken
 };
 
 void TakeDigit(std::int32_t& number, wchar_t digit) {
@@ -30,8 +30,8 @@ bool IsConversion(wchar_t ch) {
 }
 
 // `at` stands behind the percent sign, and afterwards behind the letter.
-Specification ReadSpecification(const wchar_t*& at) {
-    Specification result;
+Conversion ReadConversion(const wchar_t*& at) {
+    Conversion result;
     bool behindPoint = false;
     for (; *at != 0; ++at) {
         if (*at >= L'0' && *at <= L'9') {
@@ -63,15 +63,15 @@ void AppendSigned(clString& result, std::int32_t value, std::int32_t width) {
     AppendPadded(result, clString(wide < 0 ? -wide : wide), width);
 }
 
-void AppendUnsigned(clString& result, std::uint32_t value, const Specification& specification) {
+void AppendUnsigned(clString& result, std::uint32_t value, const Conversion& conversion) {
     clString digits;
-    if (specification.letter == L'u') {
+    if (conversion.letter == L'u') {
         digits.FromUnsigned(value);
     } else {
         digits.FromHexShort(value);
-        if (specification.letter == L'x') digits.Assign(digits.Lower());
+        if (conversion.letter == L'x') digits.Assign(digits.Lower());
     }
-    AppendPadded(result, digits, specification.width);
+    AppendPadded(result, digits, conversion.width);
 }
 
 }  // namespace
@@ -84,23 +84,23 @@ void FormatUnbounded(clString& result, const wchar_t* format, std::va_list argum
             continue;
         }
         ++at;
-        const Specification specification = ReadSpecification(at);
-        switch (specification.letter) {
+        const Conversion conversion = ReadConversion(at);
+        switch (conversion.letter) {
             case L'%':
                 result.Append(L'%');
                 break;
             case L'd':
             case L'i':
-                AppendSigned(result, va_arg(arguments, std::int32_t), specification.width);
+                AppendSigned(result, va_arg(arguments, std::int32_t), conversion.width);
                 break;
             case L'u':
             case L'x':
             case L'X':
-                AppendUnsigned(result, va_arg(arguments, std::uint32_t), specification);
+                AppendUnsigned(result, va_arg(arguments, std::uint32_t), conversion);
                 break;
             case L'f': {
                 clString digits;
-                digits.FromDouble(va_arg(arguments, double), specification.precision);
+                digits.FromDouble(va_arg(arguments, double), conversion.precision);
                 result.Append(digits);
                 break;
             }
