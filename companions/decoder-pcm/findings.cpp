@@ -2,19 +2,11 @@
 
 #include <algorithm>
 
+#include "companions/common/values.h"
 #include "companions/decoder-pcm/text.h"
 
 namespace companion::pcm {
 namespace {
-
-std::u16string Joined(const std::vector<std::u16string>& values) {
-    std::u16string joined;
-    for (const std::u16string& value : values) {
-        if (!joined.empty()) joined += u'\r';
-        joined += value;
-    }
-    return joined;
-}
 
 void AddProperty(std::vector<Tag>& properties, const char16_t* name, std::u16string value) {
     if (!value.empty()) properties.push_back({name, std::move(value), {}});
@@ -52,7 +44,7 @@ bool Conclude(Findings& findings, FileFacts& facts) {
     if (known)
         AddProperty(properties, u"Bit Rate Mode",
                     stream.variableBitRate ? u"Variable" : u"Constant");
-    AddProperty(properties, u"ID Tag", Joined(findings.tagKinds));
+    AddProperty(properties, u"ID Tag", JoinedValues(findings.tagKinds));
     AddProperty(properties, u"Cover Art", findings.coverArt ? u"Yes" : u"No");
     return true;
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "companions/common/rating.h"
 #include "companions/decoder-pcm/tag_keys.h"
 #include "companions/decoder-pcm/text.h"
 
@@ -116,8 +117,8 @@ void TakePopularity(const Bytes& content, Findings& findings) {
     const std::string_view text = content.Text();
     const std::size_t end = text.find('\0');
     if (end == text.npos || end + 1 >= text.size()) return;
-    const std::uint8_t popularity = content.U8(end + 1);
-    findings.richTags.AddIfNone(u"Rating", Decimal(RatingFromPopularity(popularity)));
+    const int rating = RatingFromPopularity(content.U8(end + 1));
+    findings.richTags.AddIfNone(u"Rating", Decimal(static_cast<std::uint64_t>(rating)));
     AddCounter(text.substr(end + 2), findings);
 }
 

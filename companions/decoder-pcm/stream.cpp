@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "companions/common/quality.h"
 #include "companions/decoder-pcm/text.h"
 
 namespace companion::pcm {
@@ -91,6 +92,8 @@ std::uint64_t Capacity(const Stream& stream) {
 bool Settle(Stream& stream) {
     if (!(stream.sampleRate >= 0.5 && stream.sampleRate <= highestRate)) return false;
     if (stream.channels == 0 || stream.channels > mostChannels) return false;
+    // Beyond what a wave format says of a sample; the sums of bits would wrap too.
+    if (stream.validBits > std::numeric_limits<std::uint16_t>::max()) return false;
     if (IsSampleCoded(stream.codec)) SettleSampleBits(stream);
     constexpr std::uint32_t mostBits = 64;
     if (IsPlain(stream.codec) && (stream.storedBits == 0 || stream.storedBits > mostBits))
@@ -168,19 +171,10 @@ WaveFormat DecodedFormat(const Stream& stream) {
 
 std::u16string QualityText(const Stream& stream, std::int32_t bitRate) {
     const CodecTraits& traits = TraitsOf(stream.codec);
-    const std::uint32_t rate = RoundedRate(stream);
-    if (traits.lossless) {
-        const std::uint32_t bits = stream.validBits != 0 ? stream.validBits : 16;
-        if (bits >= 24 || rate > 48000) return u"DVD Quality (Lossless)";
-        if (bits < 16 || rate < 44100) return u"Low (Lossless)";
-        return rate == 48000 ? u"DAT Quality (Lossless)" : u"CD Quality (Lossless)";
-    }
-    if (bitRate <= 0) return {};
-    const double kbpsPerPair = bitRate / 1000.0 * 2.0 / stream.channels * traits.weight;
-    if (kbpsPerPair < 96) return u"Low";
-    if (kbpsPerPair < 160) return u"Medium";
-    if (kbpsPerPair < 256) return u"High";
-    return u"Very High";
+    if (!traits.lossless)
+        return LossyQuality(bitRate, static_cast<int>(stream.channels), traits.weight);
+    const std::uint32_t bits = stream.validBits != 0 ? stream.validBits : 16;
+    return LosslessQuality(static_cast<int>(bits), static_cast<int>(RoundedRate(stream)));
 }
 
 std::u16string LayoutText(const Stream& stream) {

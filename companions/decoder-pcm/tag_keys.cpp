@@ -1,10 +1,9 @@
 #include "companions/decoder-pcm/tag_keys.h"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <iterator>
 
+#include "companions/common/rating.h"
 #include "companions/decoder-pcm/genres.h"
 #include "companions/decoder-pcm/text.h"
 
@@ -108,10 +107,6 @@ std::optional<Number> NumberOf(std::u16string_view text) {
     return number;
 }
 
-std::uint32_t Rounded(double value) {
-    return static_cast<std::uint32_t>(std::lround(value));
-}
-
 void KeepFirst(std::u16string& kept, std::u16string_view value) {
     constexpr std::size_t longest = 1024;
     if (kept.empty()) kept = Trimmed(value).substr(0, longest);
@@ -169,24 +164,10 @@ std::u16string_view YearOf(std::u16string_view date) {
     return year.size() == 4 && std::all_of(year.begin(), year.end(), isDigit) ? year : date;
 }
 
-std::uint32_t RatingFromPopularity(std::uint8_t popularity) {
-    // The five values that players write for whole stars, and the middles.
-    constexpr std::array<std::uint8_t, 10> steps = {2, 23, 32, 64, 96, 128, 160, 196, 224, 255};
-    if (popularity == 1) return 2;
-    return static_cast<std::uint32_t>(
-        std::count_if(steps.begin(), steps.end(),
-                      [popularity](std::uint8_t step) { return popularity >= step; }));
-}
-
 std::optional<std::uint32_t> RatingFromText(std::u16string_view text) {
     const auto number = NumberOf(text);
     if (!number) return std::nullopt;
-    const double value = number->value;
-    if (number->point && value <= 1) return Rounded(value * 10);
-    if (value <= 5) return Rounded(value * 2);
-    if (value <= 10) return Rounded(value);
-    if (value <= 100) return Rounded(value / 10);
-    return RatingFromPopularity(static_cast<std::uint8_t>(std::min(value, 255.0)));
+    return static_cast<std::uint32_t>(RatingFromNumber(number->value, number->point));
 }
 
 }  // namespace companion::pcm

@@ -17,11 +17,8 @@ void AddKeyed(Findings& findings, TagSet& tags, std::u16string_view key, std::u1
 // The first four characters of a date when they are digits, else the whole.
 std::u16string_view YearOf(std::u16string_view date);
 
-// 0 to 10 from the byte of an ID3v2 popularimeter.
-std::uint32_t RatingFromPopularity(std::uint8_t popularity);
-
-// 0 to 10 from text: a fraction up to 1 with a point, up to 5 stars, up to 10,
-// up to 100 percent, above that as a popularimeter. Nothing for no number.
+// 0 to 10 from text (see common/rating.h), with a point or a comma. Nothing for
+// what is no number.
 std::optional<std::uint32_t> RatingFromText(std::u16string_view text);
 
 }  // namespace companion::pcm

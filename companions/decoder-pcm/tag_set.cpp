@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "companions/common/values.h"
 #include "companions/decoder-pcm/text.h"
 
 namespace companion::pcm {
@@ -19,18 +20,8 @@ bool Holds(std::u16string_view values, std::u16string_view value) {
     }
 }
 
-// A CR separates values, so none may stand within one.
-std::u16string OneValue(std::u16string_view text) {
-    text = Trimmed(text.substr(0, text.find(u'\0'))).substr(0, longestValue);
-    std::u16string value;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool beforeLineFeed = i + 1 < text.size() && text[i + 1] == u'\n';
-        if (text[i] != u'\r')
-            value.push_back(text[i]);
-        else if (!beforeLineFeed)
-            value.push_back(u'\n');
-    }
-    return value;
+std::u16string Clean(std::u16string_view text) {
+    return OneValue(Trimmed(text.substr(0, text.find(u'\0'))).substr(0, longestValue));
 }
 
 }  // namespace
@@ -42,7 +33,7 @@ Tag* TagSet::Find(std::u16string_view name) {
 }
 
 void TagSet::Add(std::u16string_view name, std::u16string_view value) {
-    const std::u16string clean = OneValue(value);
+    const std::u16string clean = Clean(value);
     if (clean.empty()) return;
     Tag* const tag = Find(name);
     if (!tag) {

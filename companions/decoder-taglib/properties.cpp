@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <limits>
 
+#include "companions/common/quality.h"
+#include "companions/common/values.h"
+
 namespace companion {
 namespace {
 
@@ -16,24 +19,6 @@ std::int64_t BitRate(const AudioFacts& audio) {
     if (audio.lengthMs <= 0 || audio.bytes <= 0) return 0;
     return static_cast<std::int64_t>(static_cast<double>(audio.bytes) * 8000.0 /
                                      static_cast<double>(audio.lengthMs));
-}
-
-// The words "Lossless" and the order of the first letters matter: the program
-// shows a sample size for the former and ranks by the latter.
-std::u16string LosslessQuality(const AudioFacts& audio) {
-    if (audio.bitsPerSample >= 24 || audio.sampleRate > 48000) return u"DVD Quality (Lossless)";
-    if (audio.bitsPerSample >= 16 && audio.sampleRate == 48000) return u"DAT Quality (Lossless)";
-    if (audio.bitsPerSample >= 16 && audio.sampleRate >= 44100) return u"CD Quality (Lossless)";
-    return u"Low (Lossless)";
-}
-
-std::u16string LossyQuality(const AudioFacts& audio) {
-    const double kbps = static_cast<double>(BitRate(audio)) / 1000.0;
-    const double perPair = kbps * 2 / std::max(1, audio.channels) * audio.qualityWeight;
-    if (perPair <= 0) return {};
-    if (perPair < 96) return u"Low";
-    if (perPair < 160) return u"Medium";
-    return perPair < 256 ? u"High" : u"Very High";
 }
 
 std::u16string ChannelLayout(const AudioFacts& audio) {
@@ -58,15 +43,6 @@ std::u16string ModeName(BitRateMode mode) {
             break;
     }
     return {};
-}
-
-std::u16string Joined(const std::vector<std::u16string>& values) {
-    std::u16string joined;
-    for (const std::u16string& value : values) {
-        if (!joined.empty()) joined.push_back(u'\r');
-        joined += value;
-    }
-    return joined;
 }
 
 }  // namespace
@@ -101,12 +77,14 @@ std::vector<Tag> DescribeProperties(const AudioFacts& audio) {
     const auto add = [&](const char16_t* name, std::u16string value) {
         if (!value.empty()) properties.push_back({name, std::move(value), {}});
     };
-    add(u"Audio Quality", audio.lossless ? LosslessQuality(audio) : LossyQuality(audio));
+    add(u"Audio Quality", audio.lossless ? LosslessQuality(audio.bitsPerSample, audio.sampleRate)
+                                         : LossyQuality(static_cast<double>(BitRate(audio)),
+                                                        audio.channels, audio.qualityWeight));
     add(u"Codec", audio.codec);
     add(u"Encoder", audio.encoder);
     add(u"Channel Layout", ChannelLayout(audio));
     add(u"Bit Rate Mode", ModeName(audio.mode));
-    add(u"ID Tag", Joined(audio.tagKinds));
+    add(u"ID Tag", JoinedValues(audio.tagKinds));
     add(u"Cover Art", audio.coverArt ? u"Yes" : u"No");
     if (audio.encrypted) add(u"Encrypted", *audio.encrypted ? u"Yes" : u"No");
     return properties;

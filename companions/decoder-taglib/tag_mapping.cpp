@@ -3,6 +3,7 @@
 #include <charconv>
 #include <initializer_list>
 
+#include "companions/common/values.h"
 #include "companions/decoder-taglib/rating.h"
 
 namespace companion {
@@ -16,30 +17,12 @@ std::u16string Widen(std::string_view text) {
     return {text.begin(), text.end()};
 }
 
-// A CR separates values, so it must not stand within one.
-std::u16string OneValue(const TagLib::String& text) {
-    std::u16string value;
-    const std::u16string raw = ToText(text);
-    for (std::size_t i = 0; i < raw.size(); ++i) {
-        const bool beforeLineFeed = i + 1 < raw.size() && raw[i + 1] == u'\n';
-        if (raw[i] != u'\r') {
-            value.push_back(raw[i]);
-        } else if (!beforeLineFeed) {
-            value.push_back(u'\n');
-        }
+std::u16string Joined(const TagLib::StringList& texts) {
+    std::vector<std::u16string> values;
+    for (const TagLib::String& text : texts) {
+        if (auto value = OneValue(ToText(text)); !value.empty()) values.push_back(std::move(value));
     }
-    return value;
-}
-
-std::u16string Joined(const TagLib::StringList& values) {
-    std::u16string joined;
-    for (const TagLib::String& text : values) {
-        const std::u16string value = OneValue(text);
-        if (value.empty()) continue;
-        if (!joined.empty()) joined.push_back(u'\r');
-        joined += value;
-    }
-    return joined;
+    return JoinedValues(values);
 }
 
 class Mapper {

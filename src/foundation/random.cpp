@@ -52,7 +52,8 @@ std::uint32_t ScaleToRange(std::uint32_t output, std::uint32_t range) {
     constexpr std::uint64_t bitsOfOne = 0x3FF0000000000000;
     const std::uint64_t bits = bitsOfOne | (static_cast<std::uint64_t>(output) << 20);
     const double fraction = std::bit_cast<double>(bits) - 1.0;
-    // The product may round up to `range` itself.
+    // The fraction ends 2 to the power of -32 below 1, more than rounding can add;
+    // the bound keeps a result outside the range from resting on that alone.
     const auto scaled = static_cast<std::uint64_t>(fraction * range);
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(scaled, range - 1));
 }

@@ -155,8 +155,8 @@ clString clString::Left(std::int32_t n) const {
 }
 
 clString clString::Right(std::int32_t n) const {
-    // A count beyond the length would wrap below the smallest position.
-    return Mid(std::max(n > count ? 1 : count - n, 1), count - 1);
+    // A negative count is none: the smallest could not be subtracted.
+    return Mid(std::max(count - std::max(n, 0), 1), count - 1);
 }
 
 void clString::EraseRange(std::int32_t first, std::int32_t last) {

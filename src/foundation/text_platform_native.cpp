@@ -55,7 +55,7 @@ private:
 };
 
 struct Conversion {
-    std::string spec = "%";  // what the narrow formatter gets
+    std::string format = "%";  // what the narrow formatter gets
     int width = 0;
     bool left = false;
     int precision = -1;
@@ -77,15 +77,15 @@ Conversion ReadConversion(const wchar_t*& at) {
         } else if (ch == L'-') {
             result.left = true;
         } else if (ch == L'l') {
-            result.wide64 = result.spec.ends_with('l');
+            result.wide64 = result.format.ends_with('l');
         } else if (ch != L'+' && ch != L' ' && ch != L'#') {
             result.letter = ch;
             ++at;
             break;
         }
-        result.spec += static_cast<char>(ch);
+        result.format += static_cast<char>(ch);
     }
-    result.spec += static_cast<char>(result.letter);
+    result.format += static_cast<char>(result.letter);
     return result;
 }
 
@@ -106,8 +106,9 @@ void PutPadded(Output& output, const wchar_t* text, const Conversion& conversion
 template <typename Value>
 void PutNumber(Output& output, const Conversion& conversion, Value value) {
     std::string text(
-        static_cast<std::size_t>(std::snprintf(nullptr, 0, conversion.spec.c_str(), value)), '\0');
-    std::snprintf(text.data(), text.size() + 1, conversion.spec.c_str(), value);
+        static_cast<std::size_t>(std::snprintf(nullptr, 0, conversion.format.c_str(), value)),
+        '\0');
+    std::snprintf(text.data(), text.size() + 1, conversion.format.c_str(), value);
     for (const char ch : text)
         output.Put(static_cast<wchar_t>(ch));
 }

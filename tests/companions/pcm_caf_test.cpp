@@ -146,6 +146,10 @@ TEST(Caf, RefusesDamagedHeaders) {
         {"endless rate", withRate(std::numeric_limits<double>::infinity())},
         {"denormal rate", withRate(std::numeric_limits<double>::denorm_min())},
         {"no channel", CafFile({CafDescription(Fields("lpcm", 0, 4, 1, 0, 16)), CafData(400)})},
+        {"bits that wrap",
+         CafFile({CafDescription(Fields("lpcm", 0, 4, 1, 2, 0xFFFFFFFF)), CafData(400)})},
+        {"bits of a lossless coding that wrap",
+         CafFile({CafDescription(Fields("flac", 0, 0, 4096, 2, 0xFFFFFFFC)), CafData(400)})},
         {"other version", ByteWriter()
                               .Text("caff")
                               .Be16(2)

@@ -175,6 +175,29 @@ TEST_F(DecoderHost, TheBaseDestroysTheWholeObject) {
     EXPECT_THAT(folder.Log("whole"), ElementsAre("load", "create 1", "destroy 1", "unload"));
 }
 
+namespace {
+
+// A library of another kind, which is loaded and asked for nothing.
+class clPlainLibrary : public XDLL {
+public:
+    [[nodiscard]] bool Load(const wchar_t* path) override {
+        module = LoadLibraryW(path);
+        loadSucceeded = module != nullptr;
+        return loadSucceeded;
+    }
+};
+
+}  // namespace
+
+TEST_F(DecoderHost, TheBaseFreesTheLibraryByItself) {
+    const clString path = folder.Add("whole", oneType);
+    {
+        clPlainLibrary library;
+        ASSERT_TRUE(library.Load(path.Chars()));
+    }
+    EXPECT_THAT(folder.Log("whole"), ElementsAre("load loud", "unload"));
+}
+
 TEST_F(DecoderHost, LoadAsLeavesTheLibraryThatWasHeldBefore) {
     const clString first = folder.Add("first", oneType);
     const clString second = folder.Add("second", oneType);

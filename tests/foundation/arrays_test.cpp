@@ -135,8 +135,8 @@ TEST(PtrArray, InsertAtMovesTheTailUp) {
     const struct {
         std::int64_t index;
         std::vector<std::int64_t> expected;
-    } rows[] = {{0, {9, 1, 2, 3}}, {1, {1, 9, 2, 3}},    {2, {1, 2, 9, 3}}, {3, {1, 2, 3, 9}},
-                {4, {1, 2, 3, 9}}, {1000, {1, 2, 3, 9}}, {-1, {1, 2, 3, 9}}};
+    } rows[] = {{0, {9, 1, 2, 3}}, {1, {1, 9, 2, 3}},    {2, {1, 2, 9, 3}},  {3, {1, 2, 3, 9}},
+                {4, {1, 2, 3, 9}}, {1000, {1, 2, 3, 9}}, {-1, {1, 2, 3, 9}}, {-2, {1, 2, 3, 9}}};
     for (const auto& row : rows) {
         clPtrArray array;
         for (const int value : {1, 2, 3})
@@ -206,7 +206,8 @@ TEST(PtrArraySort, ARangeOutsideTheArrayIsLeftAlone) {
         std::vector<std::int64_t> expected;
     } rows[] = {{-1, -1, {1, 2, 3, 4, 5}}, {1, 3, {5, 2, 3, 4, 1}}, {-1, 2, {3, 4, 5, 2, 1}},
                 {2, -1, {5, 4, 1, 2, 3}},  {0, 4, {1, 2, 3, 4, 5}}, {0, 5, {5, 4, 3, 2, 1}},
-                {5, 6, {5, 4, 3, 2, 1}},   {3, 3, {5, 4, 3, 2, 1}}, {3, 1, {5, 4, 3, 2, 1}}};
+                {5, 6, {5, 4, 3, 2, 1}},   {3, 3, {5, 4, 3, 2, 1}}, {3, 1, {5, 4, 3, 2, 1}},
+                {-2, 3, {5, 4, 3, 2, 1}}};
     for (const auto& row : rows) {
         clPtrArray array;
         for (const int value : {5, 4, 3, 2, 1})
@@ -214,6 +215,14 @@ TEST(PtrArraySort, ARangeOutsideTheArrayIsLeftAlone) {
         array.Sort(CountedLess, 0, row.first, row.last);
         EXPECT_EQ(Entries(array), row.expected) << row.first << ' ' << row.last;
     }
+}
+
+TEST(PtrArraySort, AComparatorThatAlwaysAgreesStaysInTheRange) {
+    clPtrArray array;
+    Fill(array, 16);  // up to the end of the inline storage
+    const std::vector<std::int64_t> before = Entries(array);
+    array.Sort([](std::int64_t, std::int64_t, std::int64_t) { return true; }, 0);
+    EXPECT_EQ(Entries(array), before);
 }
 
 TEST(PtrArraySort, EqualEntriesEndWhereThePartitionLeavesThem) {

@@ -81,6 +81,9 @@ TEST(ByteBuffer, CursorsAreLoweredToTheSize) {
     EXPECT_EQ(buffer.cursorB, 3);
     EXPECT_TRUE(buffer.Resize(100, false));
     EXPECT_EQ(buffer.cursorA, 5);
+    EXPECT_TRUE(buffer.Resize(2, false));
+    EXPECT_EQ(buffer.cursorA, 2);
+    EXPECT_EQ(buffer.cursorB, 2);
 }
 
 TEST(ByteBuffer, FreeSetsAllFieldsToZero) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/foundation/long_text.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/text.h"
@@ -89,13 +90,6 @@ protected:
     ImportStub next;
     ImportStub close;
 };
-
-clString OfLength(const wchar_t* start, std::int32_t length) {
-    clString result(start);
-    while (result.Length() < length)
-        result.Append(L'a');
-    return result;
-}
 
 constexpr DWORD folderMark = FILE_ATTRIBUTE_DIRECTORY;
 

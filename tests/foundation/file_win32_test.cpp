@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "foundation/file.h"
+#include "tests/foundation/long_text.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/message_box_driver.h"
 #include "tests/support/scratch_folder.h"
@@ -40,6 +41,14 @@ int WINAPI WatchedBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style) {
     boxStyle = style;
     ++boxCount;
     return boxAnswer;
+}
+
+clFile* closedByBox;
+
+// Closes the file and asks for another attempt, then gives up.
+int WINAPI ClosingBox(HWND, LPCWSTR, LPCWSTR, UINT) {
+    closedByBox->Close();
+    return ++boxCount == 1 ? IDRETRY : IDCANCEL;
 }
 
 struct CreateCall {
@@ -103,13 +112,6 @@ protected:
     ScratchFolder scratch;
     clFile file;
 };
-
-clString OfLength(const wchar_t* start, std::int32_t length) {
-    clString result(start);
-    while (result.Length() < length)
-        result.Append(L'a');
-    return result;
-}
 
 }  // namespace
 
@@ -301,6 +303,18 @@ TEST_F(File, ACancelledReadGivesTheBytesDone) {
     deviceError = ERROR_READ_FAULT;
     EXPECT_EQ(file.Read(buffer, 4), 3u);
     EXPECT_EQ(boxCount, 1);
+}
+
+TEST_F(File, ARetryThatReadsNothingGivesNothing) {
+    OpenToRead("abcdef", true);
+    const ImportStub device("ReadFile", DeviceRead);
+    const ImportStub box("MessageBoxW", ClosingBox);
+    closedByBox = &file;
+    deviceBytes = 3;
+    deviceError = ERROR_READ_FAULT;
+    char buffer[4] = {};
+    EXPECT_EQ(file.Read(buffer, 4), 0u);
+    EXPECT_EQ(boxCount, 2);
 }
 
 TEST_F(File, ReadingAClosedFileAsksWithReporting) {

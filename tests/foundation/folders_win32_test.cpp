@@ -211,10 +211,13 @@ TEST(Folders, AFolderCallThatFailsLeavesTheFallback) {
         answered = 0;
         EXPECT_EQ(Utf8(FolderPath(id, L"D:\\x")), "D:\\x\\") << id;
         EXPECT_EQ(limit, 260u);
-        answered = 300;  // the length it would need
-        EXPECT_EQ(Utf8(FolderPath(id)), "C:\\Error\\") << id;
-        given = L"E:\\what stands in the buffer then";
-        EXPECT_EQ(Utf8(FolderPath(id)), "C:\\Error\\") << id;
+        for (const UINT needed : {260u, 300u}) {  // the length it would need
+            answered = needed;
+            given = nullptr;
+            EXPECT_EQ(Utf8(FolderPath(id)), "C:\\Error\\") << id;
+            given = L"E:\\what stands in the buffer then";
+            EXPECT_EQ(Utf8(FolderPath(id)), "C:\\Error\\") << id;
+        }
         given = L"E:\\folder";
         answered = 9;
         EXPECT_EQ(Utf8(FolderPath(id)), "E:\\folder\\") << id;

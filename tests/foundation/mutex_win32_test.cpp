@@ -10,6 +10,7 @@
 
 #include "foundation/mutex.h"
 #include "foundation/static_order.h"
+#include "tests/support/import_stub.h"
 
 namespace {
 
@@ -217,6 +218,21 @@ TEST(Mutex, ManyThreadsNeverMeetInside) {
     EXPECT_EQ(meetings, 0);
     EXPECT_EQ(sum, static_cast<long long>(threadCount) * roundsEach);
     EXPECT_TRUE(IsFreeForOthers(mutex));
+}
+
+TEST(Mutex, WithoutTheKernelsMutexNothingIsGuarded) {
+    const ImportStub stub(
+        "CreateMutexW", +[](LPSECURITY_ATTRIBUTES, BOOL, LPCWSTR) -> HANDLE { return nullptr; });
+    SetLastError(ERROR_ALREADY_EXISTS);  // of some call before
+    clMutex mutex;
+    EXPECT_EQ(mutex.Handle(), nullptr);
+    EXPECT_FALSE(mutex.Existed());
+    mutex.Lock();
+    EXPECT_FALSE(mutex.Held());
+    EXPECT_FALSE(mutex.TryLock());
+    mutex.Unlock();
+    const clMutexLock lock(mutex);
+    EXPECT_FALSE(mutex.Held());
 }
 
 TEST(Mutex, DestructionClosesTheHandleAndClearsTheFields) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+#include <winnetwk.h>
 
 #include <algorithm>
 #include <fstream>
@@ -10,6 +11,7 @@
 #include "foundation/handle.h"
 #include "foundation/network.h"
 #include "foundation/string.h"
+#include "tests/support/import_stub.h"
 #include "tests/support/text.h"
 
 // The platform's own enumeration runs here, over a provider that serves a text
@@ -298,5 +300,75 @@ TEST_F(NetworkOfThePlatform, EnumerateContainerTellsWhetherItCouldBeOpened) {
     for (const Row& row : rows) {
         EXPECT_EQ(Walk(records, row.arguments), row.result) << Utf8(row.arguments);
         EXPECT_EQ(LogOf("open "), std::vector<std::string>{row.log});
+    }
+}
+
+namespace {
+
+// A top level of five records whose containers are all locked.
+struct ScriptedTop {
+    DWORD openResult;
+    bool hasHandle;
+    DWORD readResult;
+};
+
+ScriptedTop top;
+std::vector<std::string> networkCalls;
+
+DWORD WINAPI OpenScripted(DWORD scope, DWORD type, DWORD usage, LPNETRESOURCEW parent,
+                          LPHANDLE handle) {
+    std::string call = parent == nullptr ? "top" : Utf8(parent->lpRemoteName);
+    for (const DWORD value : {scope, type, usage})
+        call += ' ' + std::to_string(value);
+    networkCalls.push_back(call);
+    if (parent != nullptr) return ERROR_ACCESS_DENIED;
+    if (top.hasHandle) *handle = GetProcessHeap();
+    return top.openResult;
+}
+
+DWORD WINAPI ReadScripted(HANDLE, LPDWORD count, LPVOID buffer, LPDWORD) {
+    static wchar_t names[5][2] = {L"a", L"b", L"c", L"d", L"e"};
+    const struct {
+        DWORD usage;
+        DWORD type;
+    } rows[] = {{2, 0}, {2, 1}, {1, 0}, {3, 0}, {2, 0}};
+    networkCalls.emplace_back("read");
+    auto* records = static_cast<NETRESOURCEW*>(buffer);
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        records[i] = {};
+        records[i].dwUsage = rows[i].usage;
+        records[i].dwType = rows[i].type;
+        records[i].lpRemoteName = names[i];
+    }
+    *count = std::size(rows);
+    return top.readResult;
+}
+
+DWORD WINAPI CloseScripted(HANDLE) {
+    networkCalls.emplace_back("close");
+    return NO_ERROR;
+}
+
+}  // namespace
+
+TEST(NetworkTopLevel, OnlyContainersOfAnyTypeAreEntered) {
+    const ImportStub open("WNetOpenEnumW", OpenScripted);
+    const ImportStub read("WNetEnumResourceW", ReadScripted);
+    const ImportStub close("WNetCloseEnum", CloseScripted);
+    const struct {
+        ScriptedTop top;
+        std::vector<std::string> calls;
+    } rows[] = {
+        {{NO_ERROR, true, NO_ERROR}, {"top 5 0 0", "read", "a 2 0 0", "e 2 0 0", "close"}},
+        {{NO_ERROR, true, ERROR_NO_MORE_ITEMS}, {"top 5 0 0", "read", "close"}},
+        {{ERROR_NO_NETWORK, true, NO_ERROR}, {"top 5 0 0"}},
+        {{NO_ERROR, false, NO_ERROR}, {"top 5 0 0"}},
+    };
+    for (const auto& row : rows) {
+        top = row.top;
+        networkCalls.clear();
+        const clNetworkNeighbourhood network;
+        EXPECT_EQ(network.ServerCount(), 0);
+        EXPECT_EQ(networkCalls, row.calls);
     }
 }

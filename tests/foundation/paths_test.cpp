@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "tests/foundation/long_text.h"
 #include "tests/support/allocations.h"
 #include "tests/support/text.h"
 
@@ -13,14 +14,6 @@ struct TextRow {
     const wchar_t* path;
     const char* expected;
 };
-
-// `start` and letters up to `length` characters.
-clString OfLength(const wchar_t* start, std::int32_t length) {
-    clString result(start);
-    while (result.Length() < length)
-        result.Append(L'a');
-    return result;
-}
 
 constexpr char longPrefix[] = "\\\\?\\";
 

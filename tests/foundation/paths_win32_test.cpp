@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "foundation/paths.h"
+#include "tests/foundation/long_text.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/text.h"
@@ -67,13 +68,6 @@ protected:
 
     ScratchFolder scratch;
 };
-
-clString OfLength(const wchar_t* start, std::int32_t length) {
-    clString result(start);
-    while (result.Length() < length)
-        result.Append(L'a');
-    return result;
-}
 
 }  // namespace
 

@@ -153,6 +153,20 @@ TEST_F(Settings, WhatIsWrittenIsRead) {
     EXPECT_EQ(closedCount, static_cast<int>(opened.size()));
 }
 
+TEST_F(Settings, KeysAreOpenedForWhatIsDoneOnly) {
+    EXPECT_TRUE(WriteSettingDword(1, L"number"));
+    EXPECT_TRUE(WriteSettingString(L"abc", L"text"));
+    for (const CreateCall& call : opened)
+        EXPECT_EQ(call.access, REGSAM{0x20006});
+    EXPECT_EQ(opened.size(), 2u);
+    opened.clear();
+    EXPECT_EQ(ReadSettingDword(L"number"), 1u);
+    EXPECT_EQ(Utf8(ReadSettingString(L"text")), "abc");
+    for (const CreateCall& call : opened)
+        EXPECT_EQ(call.access, REGSAM{1});
+    EXPECT_EQ(opened.size(), 3u);
+}
+
 TEST_F(Settings, TextIsStoredWithItsTerminator) {
     EXPECT_TRUE(WriteSettingString(L"abc", L"name"));
     HKEY key = nullptr;

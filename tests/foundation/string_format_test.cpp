@@ -5,17 +5,11 @@
 #include <string>
 
 #include "foundation/string.h"
+#include "tests/foundation/long_text.h"
 #include "tests/support/allocations.h"
 #include "tests/support/text.h"
 
 namespace {
-
-clString Repeated(wchar_t ch, std::size_t length) {
-    clString result;
-    for (std::size_t i = 0; i < length; ++i)
-        result.Append(ch);
-    return result;
-}
 
 std::string Formatted(const wchar_t* format, ...) {
     std::va_list arguments;
@@ -71,7 +65,7 @@ TEST(StringFormat, EverySizeIsUsedUpToItsLastCharacter) {
     } rows[] = {{1, 1000},    {998, 1000},   {999, 1000},    {1000, 5000},
                 {4999, 5000}, {5000, 25000}, {24999, 25000}, {25000, 125000}};
     for (const auto& row : rows) {
-        const clString source(Repeated(L'a', row.length));
+        const clString source(Repeated(L'a', static_cast<std::int32_t>(row.length)));
         clString result;
         AllocationCount count;
         result.Format(L"%s", source.Chars());
@@ -121,6 +115,7 @@ TEST(StringFormat, TheSmallFormatterReadsWidthPrecisionAndLetter) {
     // Text.
     EXPECT_EQ(Unbounded(L"<%s>", L"text"), "<text>");
     EXPECT_EQ(Unbounded(L"<%10.2s>", L"text"), "<text>");
+    EXPECT_EQ(Unbounded(L"<%99999999999.99999999999s>", L"text"), "<text>");
     EXPECT_EQ(Unbounded(L"<%s%s>", L"", noText), "<>");
 }
 
@@ -136,7 +131,7 @@ TEST(StringFormat, TheSmallFormatterSkipsWhatItDoesNotKnow) {
     EXPECT_EQ(Unbounded(L"%2-3d", 7), "00000000000000000000007");
 }
 
-TEST(StringFormat, TheSmallFormatterGivesUpOnABrokenSpecification) {
+TEST(StringFormat, TheSmallFormatterGivesUpOnABrokenConversion) {
     EXPECT_EQ(Unbounded(L"text %"), "");
     EXPECT_EQ(Unbounded(L"text %5"), "");
     EXPECT_EQ(Unbounded(L"text %5.2"), "");

@@ -164,6 +164,7 @@ TEST(StringList, NullOnTheRightNeverGoesAfter) {
     for (const std::int64_t context : {0, 1}) {
         EXPECT_FALSE(StringGoesBefore(EntryOf(text), 0, context));
         EXPECT_FALSE(StringGoesBefore(0, 0, context));
+        EXPECT_TRUE(StringGoesBefore(0, EntryOf(text), context));
     }
 }
 

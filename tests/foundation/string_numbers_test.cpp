@@ -131,6 +131,9 @@ TEST(StringNumbers, FractionsRoundHalvesDownAndDropTrailingZeros) {
         // Beyond 64 bits the digits are those of 2 to the power of 63.
         {1e300, 0, "9223372036854775808"},
         {1e300, 2, "92233720368547758.08"},
+        // With as many decimals as digits the point comes first, with more there is none.
+        {1e300, 19, ".9223372036854775808"},
+        {1e300, 20, "9223372036854775808"},
         {-1e300, 0, "-9223372036854775808"},
         {std::numeric_limits<double>::infinity(), 0, "9223372036854775808"},
         {std::numeric_limits<double>::quiet_NaN(), 0, "9223372036854775808"},

@@ -4,17 +4,11 @@
 
 #include <utility>
 
+#include "tests/foundation/long_text.h"
 #include "tests/support/allocations.h"
 #include "tests/support/text.h"
 
 namespace {
-
-clString Repeated(wchar_t ch, std::int32_t length) {
-    clString result;
-    for (std::int32_t i = 0; i < length; ++i)
-        result.Append(ch);
-    return result;
-}
 
 clString Tagged(const wchar_t* text, std::int64_t tag) {
     clString result(text);
@@ -96,8 +90,13 @@ TEST(String, TheNarrowBlockIsKeptWhileItsSizeFits) {
         EXPECT_EQ(block[i], 0) << i;
     text.Assign(L"a longer text");
     EXPECT_STREQ(text.Narrow(), "a longer text");
+    // A smaller size takes a block of its own as well.
     text.Assign(L"");
-    EXPECT_STREQ(text.Narrow(), "");
+    AllocationCount count;
+    const char* empty = text.Narrow();
+    const std::size_t blocks = count.Blocks();
+    EXPECT_STREQ(empty, "");
+    EXPECT_EQ(blocks, 1u);
 }
 
 TEST(String, AssignTakesTheStoredCountOrMeasures) {
@@ -204,12 +203,13 @@ TEST(String, OneCharacterTooManyLeavesTheInlineBuffer) {
 TEST(String, ResetGoesBackToTheInlineBuffer) {
     clString text;
     text.Assign(Repeated(L'a', 300));
+    text.Assign(L"first");
     text.Narrow();
     text.Reset();
     EXPECT_EQ(text.Capacity(), 128);
     text.Assign(L"again");
     EXPECT_EQ(Utf8(text), "again");
-    EXPECT_STREQ(text.Narrow(), "again");
+    EXPECT_STREQ(text.Narrow(), "again");  // the old narrow block of this size is gone
 }
 
 TEST(String, CopiesCarryTheTagAndNewTextDoesNotChangeIt) {
@@ -255,6 +255,7 @@ TEST(String, AMoveTakesTextAndTagAndLeavesAnEmptyString) {
         EXPECT_EQ(taken.tag, 4);
         // NOLINTNEXTLINE(bugprone-use-after-move): what is left is the promise
         EXPECT_TRUE(source.IsEmpty());
+        EXPECT_EQ(source.Capacity(), 128);
         source.Append(L"usable");
         EXPECT_EQ(Utf8(source), "usable");
     }
@@ -297,9 +298,10 @@ TEST(String, LeftAndRightTakeWhatIsThere) {
         std::int32_t n;
         const char* left;
         const char* right;
-    } rows[] = {{0, "", ""},           {1, "a", "e"},         {4, "abcd", "bcde"},
-                {5, "abcde", "abcde"}, {6, "abcde", "abcde"}, {2147483647, "abcde", "abcde"},
-                {-1, "", ""}};
+    } rows[] = {{0, "", ""},           {1, "a", "e"},
+                {4, "abcd", "bcde"},   {5, "abcde", "abcde"},
+                {6, "abcde", "abcde"}, {2147483647, "abcde", "abcde"},
+                {-1, "", ""},          {-2147483647 - 1, "", ""}};
     for (const auto& row : rows) {
         EXPECT_EQ(Utf8(text.Left(row.n)), row.left) << row.n;
         EXPECT_EQ(Utf8(text.Right(row.n)), row.right) << row.n;
@@ -349,6 +351,9 @@ TEST(String, InsertGoesBeforeThePosition) {
         clString text(L"abc");
         text.Insert(row.text, row.pos);
         EXPECT_EQ(Utf8(text), row.expected) << Utf8(row.text) << ' ' << row.pos;
+        clString other(L"abc");
+        other.Insert(clString(row.text), row.pos);
+        EXPECT_EQ(Utf8(other), row.expected) << Utf8(row.text) << ' ' << row.pos;
     }
     clString empty;
     empty.Insert(L"first", 1);
@@ -378,6 +383,7 @@ TEST(String, AppendingNothingChangesNothing) {
     text += L'\0';
     text += static_cast<const wchar_t*>(nullptr);
     EXPECT_EQ(Utf8(text), "abc");
+    EXPECT_EQ(text.Length(), 3);  // no NUL has become part of it
 }
 
 TEST(String, ReplaceDoesNotSearchWhatItPutIn) {
@@ -398,6 +404,9 @@ TEST(String, ReplaceDoesNotSearchWhatItPutIn) {
         EXPECT_EQ(Utf8(text), row.expected) << Utf8(row.text);
         EXPECT_EQ(text.tag, 3);
     }
+    clString own(L"a-b");
+    own.Replace(L"-", own);
+    EXPECT_EQ(Utf8(own), "aa-bb");
 }
 
 TEST(String, TrimsTakeSpacesOnly) {

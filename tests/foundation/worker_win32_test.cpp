@@ -3,12 +3,13 @@
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
 #include <memory>
 #include <vector>
 
 #include "foundation/handle.h"
 #include "foundation/worker.h"
+#include "tests/support/eventually.h"
+#include "tests/support/import_stub.h"
 #include "tests/support/text.h"
 
 namespace {
@@ -33,15 +34,6 @@ Scene& SceneOf(std::int64_t parameter) {
 
 std::int64_t ParameterOf(Scene& scene) {
     return reinterpret_cast<std::int64_t>(&scene);
-}
-
-bool Eventually(const std::function<bool()>& condition) {
-    const std::uint32_t begin = GetTickCount();
-    while (!condition()) {
-        if (GetTickCount() - begin > 10000) return false;
-        Sleep(1);
-    }
-    return true;
 }
 
 void Begin(clWorkerStopFlag* flag, Scene& scene) {
@@ -116,6 +108,36 @@ clString EventName(std::uint32_t number) {
     clString name;
     name.Format(L"TRDEVTQ-%d", static_cast<int>(number));
     return name;
+}
+
+struct ThreadCall {
+    void* security;
+    unsigned stackSize;
+    unsigned flags;
+};
+
+std::vector<ThreadCall> threadCalls;
+
+std::uintptr_t RefuseThread(void* security, unsigned stackSize, unsigned(__stdcall*)(void*), void*,
+                            unsigned flags, unsigned*) {
+    threadCalls.push_back({security, stackSize, flags});
+    return 0;
+}
+
+HANDLE WINAPI RefuseEvent(LPSECURITY_ATTRIBUTES, BOOL, BOOL, LPCWSTR) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+}
+
+bool isDenied;  // the next event
+decltype(CreateEventW)* platformCreateEvent;
+
+HANDLE WINAPI DenyOneEvent(LPSECURITY_ATTRIBUTES security, BOOL manual, BOOL initial,
+                           LPCWSTR name) {
+    if (!isDenied) return platformCreateEvent(security, manual, initial, name);
+    isDenied = false;
+    SetLastError(ERROR_ACCESS_DENIED);
+    return nullptr;
 }
 
 // The stop events among the `count` names from `first` on.
@@ -346,6 +368,56 @@ TEST(Worker, TakenEventNamesAreSkipped) {
         const bool isEvent = i % 100 != 99;
         ASSERT_FALSE(isEvent && IsSignalled(taken[i].Get())) << i;
     }
+}
+
+TEST(Worker, ANameThatMayNotBeOpenedIsSkipped) {
+    const ImportStub stub("CreateEventW", DenyOneEvent);
+    platformCreateEvent = stub.Original<decltype(CreateEventW)>();
+    Scene scene;
+    clWorkerThread worker;
+    isDenied = true;
+    worker.Start(Obey, ParameterOf(scene), longGraceMs);
+    EXPECT_FALSE(isDenied);
+    ASSERT_NE(worker.ThreadHandle(), nullptr);
+    worker.Stop();
+    EXPECT_TRUE(scene.sawStop);
+}
+
+TEST(Worker, WithoutItsThreadItIsIdleAndCanBeStartedAgain) {
+    Scene scene;
+    clWorkerThread worker;
+    threadCalls.clear();
+    {
+        const ImportStub stub("_beginthreadex", RefuseThread);
+        worker.Start(Obey, ParameterOf(scene), longGraceMs);
+    }
+    ASSERT_EQ(threadCalls.size(), 1u);
+    EXPECT_EQ(threadCalls[0].security, nullptr);
+    EXPECT_EQ(threadCalls[0].stackSize, 0u);  // the default
+    EXPECT_EQ(threadCalls[0].flags, 0u);      // runs straight away
+    EXPECT_EQ(worker.ThreadHandle(), nullptr);
+    worker.Stop();
+    EXPECT_FALSE(IsSignalled(worker.StopEvent()));
+    worker.Start(Obey, ParameterOf(scene), longGraceMs);
+    worker.Stop();
+    EXPECT_TRUE(scene.sawStop);
+}
+
+TEST(Worker, WithoutAnEventToStopItNoThreadIsStarted) {
+    Scene scene;
+    clWorkerThread worker;
+    threadCalls.clear();
+    {
+        const ImportStub event("CreateEventW", RefuseEvent);
+        const ImportStub thread("_beginthreadex", RefuseThread);
+        worker.Start(Obey, ParameterOf(scene), longGraceMs);
+    }
+    EXPECT_TRUE(threadCalls.empty());
+    EXPECT_EQ(worker.ThreadHandle(), nullptr);
+    EXPECT_EQ(worker.StopEvent(), nullptr);
+    worker.Start(Obey, ParameterOf(scene), longGraceMs);
+    worker.Stop();
+    EXPECT_TRUE(scene.sawStop);
 }
 
 TEST(Worker, DestructionStopsTheThreadAndClosesWhatItHolds) {

@@ -5,6 +5,7 @@
 #include "selection/disk_walk.h"
 #include "selection/gather.h"
 #include "tests/selection/hand_off_run.h"
+#include "tests/support/import_stub.h"
 
 namespace {
 
@@ -63,6 +64,71 @@ TEST_F(HandOffRun, StartsTheConverterBesideTheProgramWithListAndEvent) {
     GetCurrentDirectoryW(1000, current);
     EXPECT_EQ(stage.Reported("folder"), NarrowUtf8(current));
     EXPECT_EQ(LookAtEvent(event), EventState::Missing) << "the event was not closed";
+}
+
+namespace {
+
+// Looks at what the platform is asked to start, and refuses it.
+class StartRequest {
+public:
+    StartRequest() : stub_("CreateProcessW", Refuse) {
+        flags = 0;
+        isPlain = false;
+    }
+
+    static inline DWORD flags = 0;
+    static inline bool isPlain = false;
+
+private:
+    static BOOL WINAPI Refuse(LPCWSTR program, LPWSTR, LPSECURITY_ATTRIBUTES process,
+                              LPSECURITY_ATTRIBUTES thread, BOOL inherits, DWORD creationFlags,
+                              LPVOID environment, LPCWSTR folder, LPSTARTUPINFOW startup,
+                              LPPROCESS_INFORMATION) {
+        flags = creationFlags;
+        isPlain = program == nullptr && process == nullptr && thread == nullptr && !inherits &&
+                  environment == nullptr && folder == nullptr && startup->cb == sizeof(*startup) &&
+                  startup->dwFlags == 0 && startup->lpDesktop == nullptr &&
+                  startup->lpTitle == nullptr;
+        return FALSE;
+    }
+
+    ImportStub stub_;
+};
+
+}  // namespace
+
+// Without the flag a converter would take over a lower priority.
+TEST_F(HandOffRun, AsksForAProcessOfNormalPriorityAndForNothingElse) {
+    const StartRequest request;
+    EXPECT_EQ(ConvertSelected(host), HandOffResult::NotStarted);
+    EXPECT_EQ(StartRequest::flags, 32u);
+    EXPECT_TRUE(StartRequest::isPlain);
+    ExpectWindowAsBefore();
+}
+
+TEST_F(HandOffRun, TheConverterInheritsNoHandle) {
+    ConverterStage stage("read\nawait go-end");
+    SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
+    const wchar_t* const name = L"tonequarry-test-inheritable";
+    clKernelHandle held(CreateEventW(&inheritable, TRUE, FALSE, name));
+    std::thread observer([&] {
+        EXPECT_TRUE(stage.WaitFor(L"started"));
+        EXPECT_EQ(LookAtEvent(name), EventState::Unsignalled);
+        held.Reset();
+        // A handle of the converter's would keep it.
+        EXPECT_EQ(LookAtEvent(name), EventState::Missing);
+        stage.Give(L"go-end");
+    });
+    EXPECT_EQ(ConvertSelected(host), HandOffResult::Converted);
+    observer.join();
+}
+
+TEST_F(HandOffRun, NoMessageIsTakenFromTheQueueUntilTheEnd) {
+    ConverterStage stage("read\nsignal\nwait 600");
+    ASSERT_TRUE(PostMessageW(owner.Get(), WM_APP, 0, 0));
+    EXPECT_EQ(ConvertSelected(host), HandOffResult::Converted);
+    MSG message{};
+    EXPECT_TRUE(PeekMessageW(&message, owner.Get(), WM_APP, WM_APP, PM_REMOVE));
 }
 
 TEST_F(HandOffRun, StopsTheReaderThenShowsTheWaitCursorThenGathers) {

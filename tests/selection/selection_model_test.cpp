@@ -450,6 +450,11 @@ TEST_F(SelectionModelTest, ManyFlipsLookAtTheSiblingsOnce) {
     model.RunRowCommand(RowCommand::CheckAll);
     EXPECT_EQ(host.State(drive), StateChildSelected);
     EXPECT_LT(host.stateReads, 3 * siblings);
+    // The toggle unticks them all.
+    host.stateReads = 0;
+    model.ToggleFolder(last);
+    EXPECT_EQ(host.State(drive), StateNone);
+    EXPECT_LT(host.stateReads, 3 * siblings);
 }
 
 TEST_F(SelectionModelTest, ClearingARunOfSiblingsGoesDownButNotUp) {
