@@ -3,12 +3,12 @@
 // the machine and are not judged.
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <memory>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "bench/measure.h"
 #include "decoders/audio_type.h"
 #include "selection/gather.h"
 #include "selection/path_text.h"
@@ -122,62 +122,6 @@ void ForEachFile(const MemoryTree& tree, Visit&& visit) {
     }
 }
 
-// Of the processor, so that other programs on a busy machine count less.
-double Now() {
-    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
-}
-
-template <class Work>
-double SecondsOf(Work&& work) {
-    const double start = Now();
-    work();
-    return Now() - start;
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
-// Times all variants in turn, round by round, so that what else the machine
-// does falls on all of them alike. Gives the medians.
-template <class... Work>
-std::vector<double> MediansOf(Work&&... work) {
-    std::vector<std::vector<double>> times(sizeof...(work));
-    for (int round = 0; round <= rounds; ++round) {
-        std::size_t variant = 0;
-        // The first round warms up.
-        const auto note = [&](double seconds) {
-            if (round > 0) times[variant].push_back(seconds);
-            ++variant;
-        };
-        (note(work()), ...);
-    }
-    std::vector<double> medians;
-    for (const auto& each : times)
-        medians.push_back(Median(each));
-    return medians;
-}
-
-class Judge {
-public:
-    void Check(const char* what, double figure, double limit) {
-        const bool held = figure <= limit;
-        held_ = held_ && held;
-        std::printf("%-66s %6.3f (limit %.2f)%s\n", what, figure, limit, held ? "" : "  EXCEEDED");
-    }
-    void Require(const char* what, std::int64_t count, std::int64_t expected) {
-        if (count == expected) return;
-        held_ = false;
-        std::printf("%s: %lld instead of %lld\n", what, static_cast<long long>(count),
-                    static_cast<long long>(expected));
-    }
-    bool Held() const { return held_; }
-
-private:
-    bool held_ = true;
-};
-
 // One gathering of the whole tree; the list's own end is not timed.
 double Gather(MemoryTree& tree, const SelectionLists& lists, std::int64_t& found) {
     clAudioTypes types;
@@ -280,7 +224,8 @@ void MeasureExceptions(Judge& judge) {
     judge.Require("excluded folders", hits._FoldersExcluded.Count(), 2000);
     std::int64_t found[4] = {};
     const std::vector<double> seconds = MediansOf(
-        [&] { return MakeListBare(tree, found[0]); }, [&] { return Gather(tree, none, found[1]); },
+        rounds, [&] { return MakeListBare(tree, found[0]); },
+        [&] { return Gather(tree, none, found[1]); },
         [&] { return Gather(tree, neighbours, found[2]); },
         [&] { return Gather(fuller, hits, found[3]); });
     judge.Require("files of the bare loop", found[0], files);
@@ -316,7 +261,8 @@ void MeasureGrowth(Judge& judge) {
         return seconds / times;
     };
     const std::vector<double> seconds = MediansOf(
-        [&] { return repeated(0); }, [&] { return repeated(1); }, [&] { return repeated(2); });
+        rounds, [&] { return repeated(0); }, [&] { return repeated(1); },
+        [&] { return repeated(2); });
     for (std::size_t i = 0; i < 3; ++i) {
         judge.Require("files gathered", found[i], sizes[i]);
         std::printf("%6d files, %5d exceptions: %.0f ns each\n", sizes[i],
@@ -385,6 +331,7 @@ void MeasureRows(Judge& judge) {
     RowHost many(100000);
     std::int64_t ticked[2] = {};
     const std::vector<double> seconds = MediansOf(
+        rounds,
         [&] {
             double sum = 0;
             for (int k = 0; k < 10; ++k)

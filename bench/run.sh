@@ -21,12 +21,16 @@ build() {
 if [ "$which" != windows ]; then
     build native-bench
     build/native-bench/bin/gather_bench || status=1
+    build/native-bench/bin/queue_bench || status=1
 fi
 if [ "$which" != native ]; then
     build win64-release
-    scripts/make-bench-library.sh build/bench-library
+    scripts/make-sample-library.sh build/sample-library
+    scripts/make-bench-library.sh build/bench-library build/sample-library
     scripts/with-wine.sh wine build/win64-release/bin/mutex_bench.exe || status=1
     scripts/with-wine.sh wine build/win64-release/bin/walk_bench.exe \
         build/bench-library/small build/bench-library/large || status=1
+    scripts/with-wine.sh wine build/win64-release/bin/reader_bench.exe \
+        build/bench-library/sounds || status=1
 fi
 exit "$status"

@@ -1,13 +1,18 @@
 #!/usr/bin/env bash
-# Makes trees of empty audio files for the benchmarks: make-bench-library.sh FOLDER
-# FOLDER/small: 10,000 files in 800 folders; FOLDER/large: 100,000 in 8,000.
+# Makes trees of files for the benchmarks: make-bench-library.sh FOLDER [SAMPLES]
+# Empty ones: FOLDER/small, 10,000 files in 800 folders; FOLDER/large, 100,000 in
+# 8,000. With SAMPLES, a library of make-sample-library.sh, also FOLDER/sounds:
+# its sound files under 2,000 names, in folders of ten files of one kind.
 set -euo pipefail
-target=${1:?usage: make-bench-library.sh FOLDER}
-stamp=$target/.made-1
-[ -e "$stamp" ] && exit 0
-rm -rf "$target"
+target=${1:?usage: make-bench-library.sh FOLDER [SAMPLES]}
+samples=${2:-}
 mkdir -p "$target"
-python3 - "$target" <<'PYTHON'
+
+make_empty() {
+    local stamp=$target/.made-1
+    [ -e "$stamp" ] && return
+    rm -rf "$target/small" "$target/large"
+    python3 - "$target" <<'PYTHON'
 import os, sys
 
 def make(root, artists, albums, files):
@@ -27,4 +32,30 @@ def make(root, artists, albums, files):
 make(sys.argv[1] + "/small", 100, 8, 10_000)
 make(sys.argv[1] + "/large", 1_000, 8, 100_000)
 PYTHON
-touch "$stamp"
+    touch "$stamp"
+}
+
+# Linked rather than copied: a name costs nothing, and the disk plays no part.
+make_sounds() {
+    local stamp
+    stamp=$target/.sounds-2-$(basename "$(echo "$samples"/.made-*)")
+    [ -e "$stamp" ] && return
+    rm -rf "$target/sounds" "$target"/.sounds-*
+    python3 - "$target/sounds" "$samples" <<'PYTHON'
+import os, sys
+
+root, samples = sys.argv[1:]
+sounds = sorted(os.path.join(folder, name) for folder, _, names in os.walk(samples)
+                for name in names if not name.startswith(".") and not name.endswith(".txt"))
+for number in range(2_000):
+    album = number // 10
+    folder = f"{root}/Album {album:03}"
+    os.makedirs(folder, exist_ok=True)
+    source = sounds[album % len(sounds)]
+    os.link(source, f"{folder}/{number % 10 + 1:02} - Title{os.path.splitext(source)[1]}")
+PYTHON
+    touch "$stamp"
+}
+
+make_empty
+[ -z "$samples" ] || make_sounds

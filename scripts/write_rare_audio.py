@@ -10,6 +10,7 @@ filler where a real encoder would be needed: headers and tags are what counts.
 """
 import struct
 import sys
+import zlib
 
 
 def synchsafe(value):
@@ -92,11 +93,13 @@ def mp1():
 def ape():
     """Monkey's Audio 3.99: descriptor and header, 16 bit, 44.1 kHz, stereo, 2 s."""
     samples = 88200
-    descriptor = b"MAC " + struct.pack("<HHIIIIIII", 3990, 0, 52, 24, 4, 44, 5000, 0, 0)
+    first_frame = 52 + 24 + 8 + 44
+    seek_table = struct.pack("<II", first_frame, first_frame + 4000)
+    descriptor = b"MAC " + struct.pack("<HHIIIIIII", 3990, 0, 52, 24, 8, 44, 5000, 0, 0)
     descriptor += bytes(52 - len(descriptor))
     header = struct.pack("<HHIIIHHI", 2000, 0, 73728, samples - 73728, 2, 16, 2, 44100)
     tag = apev2([("Title", ["星"]), ("Artist", ["夜の庭"]), ("Rating", ["0.5"])])
-    return descriptor + header + bytes(4 + 44 + 5000) + tag
+    return descriptor + header + seek_table + bytes(44 + 5000) + tag
 
 
 def variable_length(value):
@@ -113,8 +116,9 @@ def mpc():
     def packet(key, body):
         return key + variable_length(len(body) + 3) + body
 
-    header = bytes(4) + bytes([8]) + variable_length(88200) + variable_length(0)
+    header = bytes([8]) + variable_length(88200) + variable_length(0)
     header += struct.pack(">H", 0 << 13 | 30 << 8 | (2 - 1) << 4 | 3)
+    header = struct.pack(">I", zlib.crc32(header)) + header
     audio = bytes(100)
     stream = b"MPCK" + packet(b"SH", header) + packet(b"AP", audio) * 400 + packet(b"SE", b"")
     return stream + apev2([("Title", ["Dense"]), ("Comment", ["packed"])])

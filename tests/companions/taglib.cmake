@@ -41,4 +41,14 @@ if(WIN32)
   target_link_libraries(decoder_libraries_tests PRIVATE gmock psapi project_warnings)
   add_dependencies(decoder_libraries_tests decoder_pcm decoder_taglib)
   register_tests(decoder_libraries_tests FIXTURES_REQUIRED sample_library)
+
+  # What a list shows of real files, held against another program's word.
+  set(compare ${CMAKE_CURRENT_SOURCE_DIR}/compare_with_ffprobe.py)
+  add_test(NAME ${test_prefix}compare_with_ffprobe.self_test
+    COMMAND python3 ${compare} --self-test)
+  add_test(NAME ${test_prefix}compare_with_ffprobe
+    COMMAND python3 ${compare} $<TARGET_FILE:inspect> ${sample_library}
+      ${CMAKE_CROSSCOMPILING_EMULATOR})
+  set_tests_properties(${test_prefix}compare_with_ffprobe PROPERTIES
+    FIXTURES_REQUIRED sample_library RESOURCE_LOCK prefix TIMEOUT 120)
 endif()

@@ -8,10 +8,15 @@ namespace {
 
 std::atomic<std::size_t> blocks;
 std::atomic<std::size_t> largest;
+std::atomic<std::size_t> freed;
 
 void NoteBlock(std::size_t bytes) {
     ++blocks;
     if (bytes > largest) largest = bytes;
+}
+
+void NoteFree(const volatile void* block) {
+    if (block != nullptr) ++freed;
 }
 
 }  // namespace
@@ -41,7 +46,7 @@ extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*onMalloc)(const 
 namespace {
 
 const int hooks = __sanitizer_install_malloc_and_free_hooks(
-    [](const volatile void*, std::size_t bytes) { NoteBlock(bytes); }, [](const volatile void*) {});
+    [](const volatile void*, std::size_t bytes) { NoteBlock(bytes); }, NoteFree);
 
 }  // namespace
 
@@ -59,19 +64,20 @@ void* operator new[](std::size_t bytes) {
 }
 
 void operator delete(void* block) noexcept {
+    NoteFree(block);
     std::free(block);
 }
 
 void operator delete[](void* block) noexcept {
-    std::free(block);
+    operator delete(block);
 }
 
 void operator delete(void* block, std::size_t) noexcept {
-    std::free(block);
+    operator delete(block);
 }
 
 void operator delete[](void* block, std::size_t) noexcept {
-    std::free(block);
+    operator delete(block);
 }
 
 #endif
@@ -86,4 +92,8 @@ std::size_t AllocationCount::Blocks() const {
 
 std::size_t AllocationCount::LargestBytes() const {
     return largest;
+}
+
+std::size_t LiveBlocks() {
+    return blocks - freed;
 }

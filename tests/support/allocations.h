@@ -15,3 +15,6 @@ public:
 private:
     std::size_t first;
 };
+
+// Blocks that are taken and not given back at this moment, of the whole process.
+std::size_t LiveBlocks();

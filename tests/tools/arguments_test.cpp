@@ -42,6 +42,9 @@ TEST(InspectArguments, TellWhatIsWrongWithThem) {
         {{L"--folder-only", L"a"}, "unknown command '--folder-only'"},
         {{L"decoders", L"x"}, "'decoders' takes no argument 'x'"},
         {{L"gather"}, "no folder is given"},
+        {{L"properties"}, "no file is given"},
+        {{L"properties", L"a", L""}, "a file's name is empty"},
+        {{L"properties", L"a", L"--folder-only"}, "unknown option '--folder-only'"},
         {{L"convert"}, "no folder is given"},
         {{L"gather", L""}, "a folder's name is empty"},
         {{L"gather", L"--exclude-folder", L"a"}, "no folder is given"},
@@ -71,12 +74,15 @@ TEST(InspectArguments, NameTheCommand) {
     } cases[] = {
         {{L"--help"}, InspectCommand::Help},
         {{L"-h"}, InspectCommand::Help},
+        {{L"-?"}, InspectCommand::Help},
         {{L"/?"}, InspectCommand::Help},
         {{L"gather", L"--nonsense", L"--help"}, InspectCommand::Help},
         {{L"decoders"}, InspectCommand::Decoders},
         {{L"gather", L"a"}, InspectCommand::Gather},
         {{L"gather", L"--folder-only", L"a"}, InspectCommand::Gather},
         {{L"convert", L"--include-file", L"a"}, InspectCommand::Convert},
+        {{L"properties", L"a"}, InspectCommand::Properties},
+        {{L"properties", L"a", L"/?"}, InspectCommand::Help},
     };
     for (const auto& c : cases) {
         InspectRequest request;
@@ -100,12 +106,19 @@ TEST(InspectArguments, FillEachListInTheOrderGiven) {
     EXPECT_EQ(Joined(request.typesExcluded), ".seven");
 }
 
+TEST(InspectArguments, TakeFilesAsTheyAreGiven) {
+    InspectRequest request;
+    ASSERT_EQ(ErrorOf({L"properties", L"b.mp3", L".\\-a.mp3", L"b.mp3"}, request), "");
+    EXPECT_EQ(Joined(request.files), "b.mp3|.\\-a.mp3|b.mp3");
+    EXPECT_EQ(request.folders.Count(), 0);
+}
+
 TEST(InspectArguments, TheHelpNamesEachCommandAndOption) {
     clString help(UsageText());
     help.Append(HelpText());
-    for (const wchar_t* word :
-         {L"decoders", L"gather", L"convert", L"--help", L"--folder-only", L"--exclude-folder",
-          L"--include-file", L"--exclude-file", L"--exclude-type", L"Exit codes"}) {
+    for (const wchar_t* word : {L"decoders", L"gather", L"convert", L"properties", L"--help",
+                                L"--folder-only", L"--exclude-folder", L"--include-file",
+                                L"--exclude-file", L"--exclude-type", L"Exit codes"}) {
         EXPECT_NE(help.Find(word), 0) << Utf8(word);
     }
 }

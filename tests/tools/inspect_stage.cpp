@@ -39,8 +39,16 @@ std::wstring Quoted(const std::wstring& argument) {
     return quoted + L"\"";
 }
 
+void MakeParents(const std::wstring& path) {
+    for (auto at = path.find(L'\\', 3); at != std::wstring::npos; at = path.find(L'\\', at + 1)) {
+        CreateDirectoryW((L"\\\\?\\" + path.substr(0, at)).c_str(), nullptr);
+    }
+}
+
+}  // namespace
+
 // The reading end of a pipe and the end that a child inherits.
-class Pipe {
+class InspectStage::Pipe {
 public:
     Pipe() {
         SECURITY_ATTRIBUTES inheritable{sizeof(inheritable), nullptr, TRUE};
@@ -50,11 +58,15 @@ public:
     Pipe(const Pipe&) = delete;
     Pipe& operator=(const Pipe&) = delete;
     ~Pipe() {
-        CloseHandle(read_);
+        CloseRead();
         CloseWrite();
     }
 
     HANDLE WriteEnd() const { return write_; }
+    void CloseRead() {
+        if (read_ != nullptr) CloseHandle(read_);
+        read_ = nullptr;
+    }
     void CloseWrite() {
         if (write_ != nullptr) CloseHandle(write_);
         write_ = nullptr;
@@ -71,14 +83,6 @@ private:
     HANDLE read_ = nullptr;
     HANDLE write_ = nullptr;
 };
-
-void MakeParents(const std::wstring& path) {
-    for (auto at = path.find(L'\\', 3); at != std::wstring::npos; at = path.find(L'\\', at + 1)) {
-        CreateDirectoryW((L"\\\\?\\" + path.substr(0, at)).c_str(), nullptr);
-    }
-}
-
-}  // namespace
 
 InspectStage::InspectStage()
     : program_(parent_.AddFolder(L"program with blanks").Chars() + std::wstring(L"\\")) {
@@ -139,10 +143,20 @@ std::wstring InspectStage::AddFile(const std::wstring& name) const {
 }
 
 InspectOutcome InspectStage::Run(const std::vector<std::wstring>& arguments) const {
+    Pipe out;
+    return RunWith(out, arguments);
+}
+
+InspectOutcome InspectStage::RunUnread(const std::vector<std::wstring>& arguments) const {
+    Pipe out;
+    out.CloseRead();
+    return RunWith(out, arguments);
+}
+
+InspectOutcome InspectStage::RunWith(Pipe& out, const std::vector<std::wstring>& arguments) const {
     std::wstring line = Quoted(ProgramFolder() + L"inspect.exe");
     for (const std::wstring& argument : arguments)
         line += L" " + Quoted(argument);
-    Pipe out;
     Pipe errors;
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);

@@ -42,8 +42,13 @@ public:
 
     // Runs `inspect` in the music folder and waits for its end.
     InspectOutcome Run(const std::vector<std::wstring>& arguments) const;
+    // The same, but nobody is there to read the output stream.
+    InspectOutcome RunUnread(const std::vector<std::wstring>& arguments) const;
 
 private:
+    class Pipe;
+
+    InspectOutcome RunWith(Pipe& out, const std::vector<std::wstring>& arguments) const;
     std::wstring DecoderFolder() const { return program_ + L"decoder\\"; }
 
     ScratchFolder parent_;

@@ -197,6 +197,24 @@ TEST_F(Inspect, ShowsWhatTheDecodersOfferAndWhatIsRefusedAndRemembered) {
                                       L"\nremembered extensions\n  .tq  " + good + L"\n"));
 }
 
+TEST_F(Inspect, PrintsMoreThanItHoldsBack) {
+    const std::string description(200, 'd');
+    stage.AddDecoder(L"many", "series=.n|" + description + "|900");
+    const InspectOutcome outcome = stage.Run({L"decoders"});
+    std::string expected = NarrowUtf8(stage.ProgramFolder()) + "decoder\\many.dll\n";
+    for (int i = 0; i < 900; ++i)
+        expected += "  type      .n" + std::to_string(i) + "  " + description + "\n";
+    EXPECT_EQ(outcome.out, expected + "remembered extensions\n  none\n");
+}
+
+TEST_F(Inspect, SaysThatNobodyTakesItsOutput) {
+    OfferTypes();
+    stage.AddFile(L"a.tq");
+    const InspectOutcome outcome = stage.RunUnread({L"gather", L"."});
+    EXPECT_EQ(outcome.code, 1U);
+    EXPECT_EQ(outcome.errors, "inspect: the output could not be written\n");
+}
+
 TEST_F(Inspect, TellsThatThereIsNoDecoderAndLeavesTheRegistryAlone) {
     const InspectOutcome outcome = stage.Run({L"decoders"});
     EXPECT_EQ(outcome.code, 1U);

@@ -11,6 +11,7 @@ constexpr CommandName commandNames[] = {
     {L"decoders", InspectCommand::Decoders},
     {L"gather", InspectCommand::Gather},
     {L"convert", InspectCommand::Convert},
+    {L"properties", InspectCommand::Properties},
 };
 
 struct Option {
@@ -85,6 +86,21 @@ clString ParseSelection(std::int32_t count, const wchar_t* const* arguments,
     return clString();
 }
 
+// The arguments behind "properties".
+clString ParseFiles(std::int32_t count, const wchar_t* const* arguments, InspectRequest& request) {
+    for (std::int32_t i = 0; i < count; ++i) {
+        const clString argument(arguments[i]);
+        if (argument.IsEmpty()) return clString(L"a file's name is empty");
+        if (LooksLikeOption(argument)) return Message(L"unknown option ", argument);
+        request.files.Add(argument);
+    }
+    return count > 0 ? clString() : clString(L"no file is given");
+}
+
+clString ParseNothing(std::int32_t count, const wchar_t* const* arguments) {
+    return count == 0 ? clString() : Message(L"'decoders' takes no argument ", arguments[0]);
+}
+
 }  // namespace
 
 clString ParseArguments(std::int32_t count, const wchar_t* const* arguments,
@@ -97,10 +113,14 @@ clString ParseArguments(std::int32_t count, const wchar_t* const* arguments,
     for (const CommandName& known : commandNames) {
         if (!name.Equals(known.name)) continue;
         request.command = known.command;
-        if (known.command != InspectCommand::Decoders) {
-            return ParseSelection(count - 1, arguments + 1, request);
+        switch (known.command) {
+            case InspectCommand::Decoders:
+                return ParseNothing(count - 1, arguments + 1);
+            case InspectCommand::Properties:
+                return ParseFiles(count - 1, arguments + 1, request);
+            default:
+                return ParseSelection(count - 1, arguments + 1, request);
         }
-        return count == 1 ? clString() : Message(L"'decoders' takes no argument ", arguments[1]);
     }
     return Message(L"unknown command ", name);
 }

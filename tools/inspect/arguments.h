@@ -6,7 +6,7 @@
 #include "foundation/arrays.h"
 #include "foundation/string.h"
 
-enum class InspectCommand { Help, Decoders, Gather, Convert };
+enum class InspectCommand { Help, Decoders, Gather, Convert, Properties };
 
 // Paths and extensions stand as they were given, in the order given.
 struct InspectRequest {
@@ -17,6 +17,7 @@ struct InspectRequest {
     clStringList filesIncluded;    // --include-file
     clStringList filesExcluded;    // --exclude-file
     clStringList typesExcluded;    // --exclude-type, each with its dot
+    clStringList files;            // FILE of "properties"
 };
 
 // Reads the arguments behind the program's name into `request`, a fresh one.

@@ -24,6 +24,8 @@ int Run(const InspectRequest& request, Output& out, Output& errors) {
             return RunGather(request, out, errors);
         case InspectCommand::Convert:
             return RunConvert(request, out, errors);
+        case InspectCommand::Properties:
+            return RunProperties(request, out, errors);
         case InspectCommand::Help:
             break;
     }

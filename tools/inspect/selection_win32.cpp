@@ -9,21 +9,20 @@
 #include "selection/selection_model.h"
 #include "tools/inspect/commands_win32.h"
 
-namespace {
-
 void PrintError(const wchar_t* before, const clString& path, Output& errors) {
     errors.Print(errorPrefix);
     errors.Print(before);
     errors.PrintLine(path);
 }
 
-// The empty string if the platform cannot make sense of the path.
 clString AbsolutePath(const clString& path) {
     const DWORD size = GetFullPathNameW(path.Chars(), 0, nullptr, nullptr);
     std::vector<wchar_t> text(size + 1, L'\0');
     GetFullPathNameW(path.Chars(), size, text.data(), nullptr);
     return clString(text.data());
 }
+
+namespace {
 
 bool IsFolder(const clString& path) {
     const DWORD attributes = GetFileAttributesW(LongPath(path, folderLongPathLimit).Chars());

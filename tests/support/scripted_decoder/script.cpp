@@ -45,22 +45,14 @@ void AppendText(Bytes& bytes, const std::wstring& text) {
     bytes.insert(bytes.end(), raw, raw + (text.size() + 1) * sizeof(wchar_t));
 }
 
-// Adds an entry to a block and counts it in the block's head.
+// The value of a line "tag=" or "property=".
 void AppendEntry(std::optional<Bytes>& block, const std::wstring& value) {
     const std::vector<std::wstring> parts = Parts(value, L'|');
-    const std::wstring name = PartAt(parts, 0);
     std::wstring text = PartAt(parts, 1);
     for (std::size_t at = text.find(L"\\r"); at != std::wstring::npos; at = text.find(L"\\r", at)) {
         text.replace(at, 2, L"\r");
     }
-    if (!block || block->size() < 4) block = Bytes(4, 0);
-    std::int32_t count = 0;
-    std::memcpy(&count, block->data(), sizeof(count));
-    ++count;
-    std::memcpy(block->data(), &count, sizeof(count));
-    AppendInt(*block, static_cast<std::int32_t>(4 + 2 * (name.size() + 1 + text.size() + 1)));
-    AppendText(*block, name);
-    AppendText(*block, text);
+    scripted::AppendEntry(block, PartAt(parts, 0), text);
 }
 
 DecoderWaveFormat WaveOf(const std::wstring& value) {
@@ -89,6 +81,8 @@ void AppendSeries(std::vector<Type>& types, const std::wstring& value) {
 
 void SetForFile(FileScript& file, const std::wstring& name, const std::wstring& value) {
     if (name == L"open") file.opens = NumberOf(value) != 0;
+    if (name == L"needs-file") file.needsFile = NumberOf(value) != 0;
+    if (name == L"echo") file.echo = value;
     if (name == L"sleep") file.sleepMs = static_cast<std::uint32_t>(NumberOf(value));
     if (name == L"wait") file.waitEvent = value;
     if (name == L"wave") file.wave = WaveOf(value);
@@ -117,6 +111,17 @@ void SetForLibrary(Script& script, const std::wstring& name, const std::wstring&
 }
 
 }  // namespace
+
+void AppendEntry(std::optional<Bytes>& block, const std::wstring& name, const std::wstring& value) {
+    if (!block || block->size() < 4) block = Bytes(4, 0);
+    std::int32_t count = 0;
+    std::memcpy(&count, block->data(), sizeof(count));
+    ++count;
+    std::memcpy(block->data(), &count, sizeof(count));
+    AppendInt(*block, static_cast<std::int32_t>(4 + 2 * (name.size() + 1 + value.size() + 1)));
+    AppendText(*block, name);
+    AppendText(*block, value);
+}
 
 const FileScript& Script::ForFile(const std::wstring& name) const {
     const auto own = files.find(name);

@@ -12,6 +12,8 @@
 //
 //   [song.abc]                what follows counts for that file name alone
 //   open=0                    Open fails
+//   needs-file=1              Open fails when there is no such file on disk
+//   echo=Name                 a tag of that name with the file's full path
 //   sleep=500                 Open takes that many milliseconds
 //   wait=Name                 Open waits for the event of that name
 //   wave=1,2,44100,176400,4,16,22,0A0B...
@@ -46,6 +48,8 @@ struct Type {
 // What Open answers for a file.
 struct FileScript {
     bool opens = true;
+    bool needsFile = false;
+    std::wstring echo;  // the tag's name; empty for none
     std::uint32_t sleepMs = 0;
     std::wstring waitEvent;
     DecoderWaveFormat wave = {};
@@ -66,6 +70,9 @@ struct Script {
 
     const FileScript& ForFile(const std::wstring& name) const;
 };
+
+// Adds an entry to a tag block, which is made where there is none.
+void AppendEntry(std::optional<Bytes>& block, const std::wstring& name, const std::wstring& value);
 
 // An empty text gives a decoder without types that creates and opens.
 Script ParseScript(const std::wstring& text);

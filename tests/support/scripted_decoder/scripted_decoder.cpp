@@ -113,8 +113,9 @@ void Delay(const scripted::FileScript& file) {
     CloseHandle(event);
 }
 
-void FillOpenRecord(Instance& instance, const scripted::FileScript& file,
-                    DecoderOpenRecord& record) {
+// `file` is a copy: the echo is added to it.
+void FillOpenRecord(Instance& instance, scripted::FileScript file, DecoderOpenRecord& record) {
+    if (!file.echo.empty()) scripted::AppendEntry(file.tags, file.echo, record.fileName);
     record.waveFormat = file.wave;
     record.bitRate = file.bitRate;
     record.lengthMs = file.lengthMs;
@@ -182,6 +183,7 @@ std::int32_t Open(DecoderInstance handle, DecoderOpenRecord* record) {
     Log(L"open " + std::wstring(record->fileName) + L" " + std::to_wstring(record->flags), dirty);
     const scripted::FileScript& file = instance.script.ForFile(FileNameOf(record->fileName));
     Delay(file);
+    if (file.needsFile && GetFileAttributesW(record->fileName) == INVALID_FILE_ATTRIBUTES) return 0;
     FillOpenRecord(instance, file, *record);
     std::fill(std::begin(record->reservedA), std::end(record->reservedA), std::uint8_t{0xEE});
     std::fill(std::begin(record->reservedB), std::end(record->reservedB), std::uint8_t{0xEE});

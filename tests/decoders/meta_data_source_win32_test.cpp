@@ -1,0 +1,462 @@
+#include "decoders/meta_data_source.h"
+
+#include <gmock/gmock.h>
+#include <windows.h>
+
+#include <atomic>
+#include <thread>
+
+#include "decoders/meta_data_reader.h"
+#include "foundation/handle.h"
+#include "foundation/mutex.h"
+#include "foundation/settings.h"
+#include "tests/decoders/row_list.h"
+#include "tests/support/decoder_folder.h"
+#include "tests/support/eventually.h"
+#include "tests/support/import_stub.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/text.h"
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+constexpr const char* facts = "echo=Title\nlength-ms=61000\n";
+constexpr const wchar_t* gateName = L"tonequarry-test-gate";
+constexpr const char* gated = "wait=tonequarry-test-gate\n";
+
+class MetaDataSource : public testing::Test {
+protected:
+    void SetUp() override {
+        InitSettings();
+        decoders.Add("one", Everywhere(""));
+    }
+    // No decoder may wait on while the source is destroyed.
+    void TearDown() override { OpenGate(); }
+
+    FileRow& AddRow(const wchar_t* name, std::uint64_t sizeBytes = 1) {
+        return rows.Add(disk.Path(name), sizeBytes);
+    }
+    void AddRows(const std::vector<const wchar_t*>& names) {
+        for (const wchar_t* name : names)
+            AddRow(name);
+    }
+    // What counts for one file alone, and what for all.
+    void Script(const std::string& name, const std::string& lines) {
+        script += "[" + name + "]\n" + facts + lines;
+        decoders.SetScript("one", script);
+    }
+    void ScriptAll(const std::string& lines) { decoders.SetScript("one", Everywhere(lines)); }
+    const std::string& Everywhere(const std::string& lines) {
+        script = std::string("type=.abc|A\n") + facts + lines;
+        return script;
+    }
+    void OpenGate() const { SetEvent(gate.Get()); }
+    // Lets a gated decoder go when the reader is asked to stop, and not before.
+    std::thread OpenGateAtStop(const clMetaDataSource& source) const {
+        return std::thread([this, stop = source.Worker().StopEvent()] {
+            EXPECT_EQ(WaitForSingleObject(stop, 10000), WAIT_OBJECT_0);
+            OpenGate();
+        });
+    }
+    std::string Name(const clString& path) const {
+        return Utf8(path.Mid(path.FindLast(L'\\') + 1));
+    }
+    long Opened(const wchar_t* name) const {
+        return decoders.Count("one", "open " + Utf8(disk.Path(name)) + " 28");
+    }
+    bool EventuallyOpened(const wchar_t* name) const {
+        return Eventually([&] { return Opened(name) > 0; });
+    }
+    // "file: title's file" of each finished item.
+    Lines Taken(clMetaDataSource& source) {
+        Lines lines;
+        drained = source.TakeFinished([&](const MetaDataItem& item) {
+            EXPECT_EQ(item.row, rows.RowOf(item.rowIndex));
+            lines.push_back(Name(item.row->path) + ": " + Name(item.tags.Get(L"Title")));
+        });
+        return lines;
+    }
+    Lines TakenAtEnd(clMetaDataSource& source) {
+        EXPECT_TRUE(Eventually([&] { return !source.IsReading(); }));
+        return Taken(source);
+    }
+    // The names of the opened files, in order; "!" in front where a record was
+    // not zeroed or the flags were not 28.
+    Lines OpenedInOrder() const {
+        Lines names;
+        for (const std::string& line : decoders.Log("one")) {
+            if (line.rfind("open ", 0) != 0) continue;
+            const bool clean = line.size() > 3 && line.substr(line.size() - 3) == " 28";
+            const std::size_t slash = line.find_last_of('\\');
+            names.push_back((clean ? "" : "!") + line.substr(slash + 1, line.size() - slash - 4));
+        }
+        return names;
+    }
+
+    clScriptedFolder decoders;
+    ScratchFolder disk;
+    RowList rows;
+    std::string script;
+    bool drained = false;
+    const clKernelHandle gate{CreateEventW(nullptr, TRUE, FALSE, gateName)};
+};
+
+WIN32_FILE_ATTRIBUTE_DATA FactsOf(const clString& path) {
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    EXPECT_TRUE(GetFileAttributesExW(path.Chars(), GetFileExInfoStandard, &data));
+    return data;
+}
+
+bool Same(const clFileTime& left, const FILETIME& right) {
+    return left.low == right.dwLowDateTime && left.high == right.dwHighDateTime;
+}
+
+void SetSize(const clString& path, std::int64_t bytes) {
+    const clFileHandle file(
+        CreateFileW(path.Chars(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    LARGE_INTEGER position;
+    position.QuadPart = bytes;
+    ASSERT_TRUE(SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN));
+    ASSERT_TRUE(SetEndOfFile(file.Get()));
+}
+
+bool IsFreeForOthers(clMutex& mutex) {
+    bool free = false;
+    std::thread([&] {
+        free = mutex.TryLock();
+        if (free) mutex.Unlock();
+    }).join();
+    return free;
+}
+
+}  // namespace
+
+TEST_F(MetaDataSource, IsIdleAtFirst) {
+    clMetaDataSource source;
+    EXPECT_FALSE(source.IsReading());
+    EXPECT_EQ(source.Worker().ThreadHandle(), nullptr);
+    source.StopReader();
+    EXPECT_THAT(Taken(source), IsEmpty());
+    EXPECT_FALSE(drained);
+}
+
+TEST_F(MetaDataSource, ReadsTheListInItsDisplayOrder) {
+    AddRows({L"a.abc", L"b.abc", L"c.ABC"});
+    rows.order = {2, 0, 17, 1};
+    clMetaDataSource source;
+    source.Refill(rows);
+    EXPECT_EQ(source.Worker().GraceMs(), 20000u);
+    EXPECT_THAT(TakenAtEnd(source), ElementsAre("c.ABC: c.ABC", "a.abc: a.abc", "b.abc: b.abc"));
+    EXPECT_TRUE(drained);
+    EXPECT_EQ(rows.At(0).lengthMs, 61000);
+    EXPECT_THAT(OpenedInOrder(), ElementsAre("c.ABC", "a.abc", "b.abc"));
+}
+
+// One load for the run, one instance for each file, and all gone with the thread.
+TEST_F(MetaDataSource, ReaderHasADecoderOfItsOwnThatGoesWithTheThread) {
+    AddRows({L"a.abc", L"b.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    EXPECT_THAT(TakenAtEnd(source).size(), 2u);
+    const std::string a = "open " + Utf8(rows.At(0).path) + " 28";
+    const std::string b = "open " + Utf8(rows.At(1).path) + " 28";
+    EXPECT_THAT(decoders.Log("one"),
+                ElementsAre("load", "create 1", "get Decodes 0", a, "destroy 1", "create 2", b,
+                            "destroy 2", "unload"));
+}
+
+TEST_F(MetaDataSource, FilesThatNobodyReadsEndDoneWithoutTags) {
+    Script("damaged.abc", "open=0\n");
+    AddRow(L"damaged.abc");
+    AddRow(L"text.nope", 0);
+    AddRow(L"good.abc");
+    disk.AddFile(L"text.nope", "twelve bytes");
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    Lines seen;
+    EXPECT_TRUE(source.TakeFinished([&](const MetaDataItem& item) {
+        seen.push_back(Name(item.row->path) + (item.tags.Count() == 0 ? " empty" : " filled"));
+    }));
+    EXPECT_THAT(seen, ElementsAre("damaged.abc empty", "text.nope empty", "good.abc filled"));
+    EXPECT_EQ(rows.At(0).lengthMs, 0);
+    EXPECT_EQ(rows.At(1).sizeBytes, 12u);
+}
+
+TEST_F(MetaDataSource, AFileThatHasVanishedEndsDoneWithWhatTheListKnew) {
+    ScriptAll("needs-file=1\n");
+    AddRows({L"a.abc", L"b.abc"});
+    AddRow(L"gone.abc", 0);
+    disk.AddFile(L"a.abc");
+    disk.AddFile(L"b.abc");
+    DeleteFileW(disk.Path(L"b.abc").Chars());
+    clMetaDataSource source;
+    source.Refill(rows);
+    EXPECT_THAT(TakenAtEnd(source), ElementsAre("a.abc: a.abc", "b.abc: ", "gone.abc: "));
+    EXPECT_EQ(rows.At(1).sizeBytes, 1u);
+    EXPECT_EQ(rows.At(2).sizeBytes, 0u);
+    EXPECT_EQ(rows.At(2).dateModified.high, 0u);
+}
+
+TEST_F(MetaDataSource, SizesAndDatesAreFilledWhereTheSizeIsNotKnown) {
+    disk.AddFile(L"small.abc", "seventeen bytes..");
+    disk.AddFile(L"large.nope");
+    disk.AddFile(L"known.abc", "other");
+    SetSize(disk.Path(L"large.nope"), 5'000'000'017);
+    AddRow(L"small.abc", 0);
+    AddRow(L"large.nope", 0);
+    AddRow(L"known.abc", 99);
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    EXPECT_EQ(rows.At(0).sizeBytes, 17u);
+    EXPECT_EQ(rows.At(1).sizeBytes, 5'000'000'017u);
+    EXPECT_EQ(rows.At(2).sizeBytes, 99u);
+    const WIN32_FILE_ATTRIBUTE_DATA known = FactsOf(rows.At(0).path);
+    EXPECT_TRUE(Same(rows.At(0).dateModified, known.ftLastWriteTime));
+    EXPECT_TRUE(Same(rows.At(0).dateAccessed, known.ftLastAccessTime));
+    EXPECT_TRUE(Same(rows.At(0).dateCreated, known.ftCreationTime));
+    EXPECT_EQ(rows.At(2).dateModified.high, 0u);
+}
+
+TEST_F(MetaDataSource, ReaderEndsByItselfWhileThePumpHasStillToTake) {
+    AddRows({L"a.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    EXPECT_NE(source.Worker().ThreadHandle(), nullptr);
+    source.StopReader();
+    EXPECT_THAT(Taken(source), ElementsAre("a.abc: a.abc"));
+}
+
+TEST_F(MetaDataSource, ReadsAtTheLowestPriorityWithoutTheMutex) {
+    Script("a.abc", gated);
+    AddRows({L"a.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"a.abc"));
+    EXPECT_TRUE(source.IsReading());
+    EXPECT_EQ(GetThreadPriority(source.Worker().ThreadHandle()), THREAD_PRIORITY_LOWEST);
+    EXPECT_TRUE(MetaDataMutex.TryLock());
+    MetaDataMutex.Unlock();
+    EXPECT_THAT(Taken(source), IsEmpty());
+    EXPECT_FALSE(drained);
+    OpenGate();
+    EXPECT_TRUE(Eventually([&] { return !source.IsReading(); }));
+}
+
+TEST_F(MetaDataSource, WaitsForTheMutexWithoutALimit) {
+    AddRows({L"a.abc"});
+    clMetaDataSource source;
+    MetaDataMutex.Lock();
+    source.Refill(rows);
+    Sleep(100);  // nothing happens: there is no condition to wait for
+    EXPECT_TRUE(source.IsReading());
+    EXPECT_EQ(Opened(L"a.abc"), 0);
+    MetaDataMutex.Unlock();
+    EXPECT_THAT(TakenAtEnd(source), ElementsAre("a.abc: a.abc"));
+}
+
+TEST_F(MetaDataSource, TakesResultsWithTheMutexHeld) {
+    AddRows({L"a.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    source.TakeFinished([&](const MetaDataItem&) { EXPECT_FALSE(IsFreeForOthers(MetaDataMutex)); });
+    EXPECT_TRUE(IsFreeForOthers(MetaDataMutex));
+}
+
+namespace {
+
+std::atomic<int> sleepsOfZero;
+std::atomic<int> sleepsOf25;
+decltype(&Sleep) realSleep;
+
+void WINAPI CountedSleep(DWORD milliseconds) {
+    if (milliseconds == 0) ++sleepsOfZero;
+    if (milliseconds == 25) ++sleepsOf25;
+    realSleep(milliseconds);
+}
+
+}  // namespace
+
+TEST_F(MetaDataSource, GivesUpItsSliceOnEachTenthFile) {
+    for (int i = 0; i < 21; ++i)
+        rows.Add(clString(i), 1);
+    sleepsOfZero = 0;
+    const ImportStub stub("Sleep", CountedSleep);
+    realSleep = stub.Original<decltype(Sleep)>();
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    EXPECT_EQ(sleepsOfZero, 3);
+}
+
+TEST_F(MetaDataSource, StopWaitsForTheFileAtHandAndLeavesTheRest) {
+    Script("a.abc", gated);
+    AddRows({L"a.abc", L"b.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"a.abc"));
+    std::thread opener = OpenGateAtStop(source);
+    source.StopReader();
+    opener.join();
+    EXPECT_FALSE(source.IsReading());
+    EXPECT_FALSE(source.Worker().IsSuspended());
+    EXPECT_THAT(OpenedInOrder(), ElementsAre("a.abc"));
+    EXPECT_THAT(Taken(source), ElementsAre("a.abc: a.abc"));
+    EXPECT_FALSE(drained);
+}
+
+TEST_F(MetaDataSource, RefillStopsTheOldReaderAndShowsNothingOfTheOldList) {
+    Script("old.abc", gated);
+    RowList old;
+    old.Add(disk.Path(L"old.abc"));
+    old.Add(disk.Path(L"older.abc"));
+    AddRows({L"a.abc", L"b.abc"});
+    clMetaDataSource source;
+    source.Refill(old);
+    ASSERT_TRUE(EventuallyOpened(L"old.abc"));
+    std::thread opener = OpenGateAtStop(source);
+    source.Refill(rows);
+    opener.join();
+    EXPECT_EQ(old.At(0).lengthMs, 61000);  // it was read to its end
+    EXPECT_THAT(TakenAtEnd(source), ElementsAre("a.abc: a.abc", "b.abc: b.abc"));
+    EXPECT_THAT(OpenedInOrder(), ElementsAre("old.abc", "a.abc", "b.abc"));
+}
+
+TEST_F(MetaDataSource, AnEmptyListLeavesNothingToRead) {
+    clMetaDataSource source;
+    AddRows({L"a.abc"});
+    source.Refill(rows);
+    source.Refill(RowList());
+    EXPECT_THAT(TakenAtEnd(source), IsEmpty());
+    EXPECT_FALSE(drained);
+}
+
+TEST_F(MetaDataSource, RowsThatWereFreedAreNotLookedAt) {
+    Script("a.abc", gated);
+    AddRows({L"a.abc", L"b.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"a.abc"));
+    std::thread opener = OpenGateAtStop(source);
+    source.StopReader();
+    opener.join();
+    source.ForgetRows();
+    rows = RowList();
+    std::vector<std::int64_t> indices;
+    EXPECT_FALSE(source.TakeFinished([&](const MetaDataItem& item) {
+        EXPECT_EQ(item.row, nullptr);
+        indices.push_back(item.rowIndex);
+    }));
+    EXPECT_THAT(indices, ElementsAre(-1));
+}
+
+TEST_F(MetaDataSource, RereadsTheSecondOfTwoRowsOfOnePathUntilTheFirstIsTaken) {
+    AddRows({L"twice.abc", L"twice.abc", L"b.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return Opened(L"twice.abc") >= 5; }));
+    EXPECT_EQ(Opened(L"b.abc"), 0);
+    EXPECT_TRUE(source.IsReading());
+    Lines taken;
+    EXPECT_TRUE(Eventually([&] {
+        for (const std::string& line : Taken(source))
+            taken.push_back(line);
+        return drained;
+    }));
+    EXPECT_THAT(taken, ElementsAre("twice.abc: twice.abc", "twice.abc: twice.abc", "b.abc: b.abc"));
+    EXPECT_TRUE(Eventually([&] { return !source.IsReading(); }));
+}
+
+TEST_F(MetaDataSource, AFileThatChangesTheUnitsShowsThemFromTheNextOneOn) {
+    ScriptAll("wave=1,2,800\n");
+    Script("b.abc", "wave=1,2,800\nwait=tonequarry-test-gate\n");
+    AddRows({L"a.abc", L"b.abc"});
+    constexpr const wchar_t* key = L"Software\\Brindlefen\\Tonequarry\\Ref";
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"UnitsFreq");
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"b.abc"));
+    const DWORD one = 1;
+    RegSetKeyValueW(HKEY_CURRENT_USER, key, L"UnitsFreq", REG_DWORD, &one, sizeof(one));
+    OpenGate();
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    Lines rates;
+    source.TakeFinished(
+        [&](const MetaDataItem& item) { rates.push_back(Utf8(item.tags.Get(L"Sample Rate"))); });
+    RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"UnitsFreq");
+    EXPECT_THAT(rates, ElementsAre("0.8 KHz", "800 Hz"));
+}
+
+// A decoder that hangs: the stop freezes the thread, and then polls for an end
+// that does not come until somebody resumes the thread.
+TEST_F(MetaDataSource, StopBeyondTheGraceFreezesTheReaderAndGoesOnWaiting) {
+    Script("hang.abc", gated);
+    AddRows({L"hang.abc", L"b.abc"});
+    sleepsOf25 = 0;
+    const ImportStub stub("Sleep", CountedSleep);
+    realSleep = stub.Original<decltype(Sleep)>();
+    clMetaDataSource source(100);
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"hang.abc"));
+    std::atomic<bool> returned{false};
+    std::thread stopper([&] {
+        source.StopReader();
+        returned = true;
+    });
+    EXPECT_TRUE(Eventually([&] { return sleepsOf25 >= 8; }));
+    EXPECT_TRUE(source.Worker().IsSuspended());
+    EXPECT_TRUE(source.IsReading());
+    OpenGate();
+    const int before = sleepsOf25;
+    EXPECT_TRUE(Eventually([&] { return sleepsOf25 >= before + 4; }));
+    EXPECT_FALSE(returned);  // frozen, the thread does not see the open gate
+    source.StopReader();
+    stopper.join();
+    EXPECT_FALSE(source.Worker().IsSuspended());
+    EXPECT_THAT(Taken(source), ElementsAre("hang.abc: hang.abc"));
+    EXPECT_THAT(OpenedInOrder(), ElementsAre("hang.abc"));
+}
+
+// The thread procedure by itself, as any clWorkerThread runs it.
+TEST_F(MetaDataSource, AFrozenReaderFinishesItsFileWhenItIsResumed) {
+    Script("hang.abc", gated);
+    AddRows({L"hang.abc", L"b.abc"});
+    MetaDataQueue queue;
+    queue.Refill(rows);
+    clWorkerThread worker;
+    worker.Start(MetaDataReader, reinterpret_cast<std::int64_t>(&queue), 100);
+    ASSERT_TRUE(EventuallyOpened(L"hang.abc"));
+    worker.Stop();
+    EXPECT_TRUE(worker.IsSuspended());
+    EXPECT_TRUE(MetaDataMutex.TryLock());  // frozen outside the lock
+    MetaDataMutex.Unlock();
+    EXPECT_FALSE(queue.FirstUndone()->done);
+    OpenGate();
+    worker.Stop();
+    EXPECT_FALSE(worker.IsSuspended());
+    EXPECT_TRUE(queue.FirstWithPath(rows.At(0).path)->done);
+    EXPECT_EQ(queue.FirstUndone()->row, &rows.At(1));
+}
+
+TEST_F(MetaDataSource, DestructionEndsTheReader) {
+    Script("a.abc", gated);
+    AddRows({L"a.abc", L"b.abc"});
+    std::thread opener;
+    {
+        clMetaDataSource source;
+        source.Refill(rows);
+        ASSERT_TRUE(EventuallyOpened(L"a.abc"));
+        opener = OpenGateAtStop(source);
+    }
+    opener.join();
+    EXPECT_EQ(rows.At(0).lengthMs, 61000);
+    EXPECT_EQ(decoders.Log("one").back(), "unload");
+    EXPECT_EQ(Opened(L"b.abc"), 0);
+}
