@@ -28,6 +28,7 @@ if [ "$which" != native ]; then
     scripts/make-sample-library.sh build/sample-library
     scripts/make-bench-library.sh build/bench-library build/sample-library
     scripts/with-wine.sh wine build/win64-release/bin/mutex_bench.exe || status=1
+    scripts/with-wine.sh wine build/win64-release/bin/dispatch_bench.exe || status=1
     scripts/with-wine.sh wine build/win64-release/bin/walk_bench.exe \
         build/bench-library/small build/bench-library/large || status=1
     scripts/with-wine.sh wine build/win64-release/bin/reader_bench.exe \

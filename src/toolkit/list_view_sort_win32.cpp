@@ -1,0 +1,41 @@
+#include <type_traits>
+#include <vector>
+
+#include "foundation/mutex.h"
+#include "toolkit/list_view.h"
+#include "toolkit/row_order.h"
+
+static_assert(std::is_same_v<RowCompare, PFNLVCOMPARE>);
+
+namespace {
+
+int CALLBACK CompareRanks(LPARAM first, LPARAM second, LPARAM context) {
+    const auto& ranks = *reinterpret_cast<const clRanksByParameter*>(context);
+    return ranks.RankOf(first) - ranks.RankOf(second);
+}
+
+}  // namespace
+
+// LVM_SORTITEMSEX would do it in one call, and does on Windows. Wine's gives its
+// comparator indices into an array that it is just sorting, while the list still
+// answers in the old order: the result is no order at all. So the rows are
+// ordered here, and the control's plain sort only carries the result out.
+bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context) {
+    // Without it every cell that the comparator reads would enter the kernel.
+    const clMutexLock lock(SubclassMutex);
+    BeginBatch();
+    const std::int32_t count = RowCount();
+    const std::vector<std::int32_t> ranks = StableRanks(count, compare, context);
+    std::vector<std::int64_t> parameters;
+    parameters.reserve(ranks.size());
+    for (std::int32_t row = 0; row < count; ++row)
+        parameters.push_back(RowData(row));
+
+    const clRanksByParameter byParameter(parameters, ranks);
+    if (byParameter.AllDiffer()) {
+        Ask(LVM_SORTITEMS, reinterpret_cast<WPARAM>(&byParameter),
+            reinterpret_cast<LPARAM>(&CompareRanks));
+    }
+    EndBatch();
+    return byParameter.AllDiffer();
+}
