@@ -14,6 +14,8 @@ packages=(
     googletest wine wine64 fonts-wine xvfb
     # the tag library's needs
     zlib1g-dev libz-mingw-w64-dev libutfcpp-dev
+    # the tour: mouse, keys and pictures
+    xdotool imagemagick
     # the sample library
     sox libsox-fmt-all flac lame ffmpeg vorbis-tools opus-tools wavpack speex
 )

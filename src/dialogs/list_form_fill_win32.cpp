@@ -1,0 +1,163 @@
+// The conversion list's contents: its rows, their cells and their totals.
+#include <memory>
+
+#include "decoders/file_date.h"
+#include "dialogs/list_form.h"
+#include "foundation/folders.h"
+#include "foundation/mutex.h"
+#include "foundation/paths.h"
+#include "foundation/program_title.h"
+#include "foundation/settings.h"
+#include "mainwindow/file_cells.h"
+#include "mainwindow/setting_names.h"
+#include "resources/ids.h"
+#include "toolkit/gdi_handle.h"
+
+namespace {
+
+constexpr DWORD listStyle = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
+constexpr std::int32_t summaryUnits = 21;
+
+HICON LoadSmallIcon(int id) {
+    return static_cast<HICON>(
+        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
+}
+
+// Of a finished file: what the directory says, read with the file, and its tags.
+clString CellTextOfFile(const MetaDataItem& item, const clString& columnName) {
+    if (item.row != nullptr) {
+        if (columnName.Equals(L"Date Modified")) return FileDateText(item.row->dateModified);
+        if (columnName.Equals(L"Date Created")) return FileDateText(item.row->dateCreated);
+        if (columnName.Equals(L"Date Accessed")) return FileDateText(item.row->dateAccessed);
+        if (columnName.Equals(L"Size")) return SizeCellText(*item.row);
+    }
+    return TagCellText(item, columnName);
+}
+
+// Appends the name unless its text stands anywhere among the names.
+void NeedColumn(clString& names, const wchar_t* name) {
+    if (names.Find(name) != 0) return;
+    if (!names.IsEmpty()) names.Append(L'\r');
+    names.Append(name);
+}
+
+}  // namespace
+
+void frmList::OnCreate() {
+    clString title(programTitle);
+    title.Append(L": Audio Files Converting");
+    SetWindowTextW(Window(), title.Chars());
+    NeedColumn(fileList._ColumnNames, L"Folder");
+    NeedColumn(fileList._ColumnNames, L"Name");
+    if (_RowMenu.LoadMenuAndPrepare()) {
+        const clIconHandle on(LoadSmallIcon(IDI_TICKED));
+        const clIconHandle off(LoadSmallIcon(IDI_STATE_NONE));
+        _RowMenu.SetItemIcon(ID_CHECK_ALL, on.Get());
+        _RowMenu.SetItemIcon(ID_UNCHECK_ALL, off.Get());
+    }
+    SetUpList();
+    FillList();
+    CenterOnScreen();
+    openMaximised.Show(Window());
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    OnSize(static_cast<std::uint32_t>(client.right), static_cast<std::uint32_t>(client.bottom), 0);
+    AddTimer(0);
+    BringWindowToTop(Window());
+}
+
+void frmList::SetUpList() {
+    const HWND list = GetDlgItem(Window(), IDC_FILE_LIST);
+    _ListFiles.SetListWindow(list);
+    _ListFiles.Attach(list);
+    fileList.SetUp(listStyle);
+    fileList.RestoreColumns(ReadSettingString(setting::listColumnWidths));
+}
+
+void frmList::FillList() {
+    SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
+    _ListFiles.BeginBatch();
+    fileList.Clear();
+    {
+        // The list's many messages would each take the mutex from the kernel.
+        const clMutexLock lock(SubclassMutex);
+        for (std::int64_t i = 0; i < _Files.Count(); ++i)
+            AddFile(*_Files.At(i));
+    }
+    fileList.SetColumnSortImage(fileList.ColumnTitled(L"Name"), 0);
+    fileList.SortList();
+    RefillQueue();
+    CountSummary();
+    UpdateSummary();
+    _ListFiles.EndBatch();
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+void frmList::AddFile(const clString& path) {
+    auto record = std::make_unique<FileRow>();
+    record->path.Assign(path);
+    record->typeName.Assign(FileTypeName(path));
+    const clString typeName(record->typeName);
+    const std::int32_t row = fileList.AddRow(std::move(record), true);
+    for (std::int32_t column = 0; column < _ListFiles.ColumnCount(); ++column) {
+        const clString title = _ListFiles.ColumnTitle(column);
+        if (title.Equals(L"Name")) _ListFiles.SetCell(FileNameOf(path), row, column);
+        if (title.Equals(L"Folder")) _ListFiles.SetCell(DirectoryOf(path), row, column);
+        if (title.Equals(L"Type")) _ListFiles.SetCell(typeName, row, column);
+    }
+}
+
+void frmList::RefillQueue() {
+    summaryIsSettled = false;
+    fileList.RefillMetaDataQueue();
+}
+
+void frmList::CountSummary() {
+    const clMutexLock listLock(SubclassMutex);
+    const clMutexLock rowsLock(MetaDataMutex);
+    summary = {};
+    for (std::int32_t row = 0; row < fileList.Count(); ++row) {
+        const FileRow* record = fileList.RowAt(row);
+        if (record != nullptr && fileList.IsTicked(row)) summary.Add(*record);
+    }
+}
+
+// While the reader works, a row's size and length may change between its counting
+// in and its counting out: the sums, which are not shown then, are made once more
+// behind its end.
+void frmList::UpdateSummary() {
+    const bool isReading = fileList.Reader().IsReading();
+    if (!isReading && !summaryIsSettled) {
+        CountSummary();
+        summaryIsSettled = true;
+    }
+    _SummaryText.Assign(SummaryText(summary, isReading));
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    RECT units = {1, summaryUnits, 1, 1};
+    MapDialogRect(Window(), &units);
+    const RECT band = {0, 0, client.right, units.top};
+    InvalidateRect(Window(), &band, TRUE);
+}
+
+void frmList::OnTimer(std::uint32_t, std::int64_t) {
+    openMaximised.OnTimer();
+    bool isComplete = false;
+    {
+        const clMutexLock lock(SubclassMutex);
+        isComplete = fileList.PumpMetaData(&CellTextOfFile);
+    }
+    if (isComplete) {
+        UpdateSummary();
+        fileList.SortList();
+    }
+    handledFlag = 1;
+}
+
+void frmList::FillNewColumn() {
+    RefillQueue();
+}
+
+void frmList::FillDefaultColumns() {
+    RefillQueue();
+}

@@ -1,0 +1,126 @@
+// A list of files of a form: its rows, columns, sorting, painting and reading.
+// What the main window and the conversion list have in common.
+#pragma once
+
+#include <windows.h>
+// commctrl.h needs windows.h before it.
+#include <commctrl.h>
+
+#include <cstdint>
+#include <functional>
+
+#include "decoders/file_row.h"
+#include "decoders/list_rows.h"
+#include "decoders/meta_data_source.h"
+#include "foundation/arrays.h"
+#include "foundation/string.h"
+#include "mainwindow/columns.h"
+#include "selection/selection_host.h"
+#include "toolkit/list_view.h"
+#include "toolkit/owned_list.h"
+
+// The order of a list, as its header shows it.
+struct SortContext {
+    clString columnName;  // empty if no column carries an arrow
+    std::int32_t column = 0;
+    bool ascending = true;
+    XListView* list = nullptr;
+    const ListedRows* rows = nullptr;
+};
+
+// The platform's form of a comparator: display indices, and a SortContext. 0 for
+// rows that do not exist or have no record. Reads both rows' cells each time;
+// SortList reads each row once and compares by the same rule.
+int CALLBACK CompareRows(LPARAM first, LPARAM second, LPARAM sortContext);
+
+// Belongs to the form, as its XListView does; each list row's item parameter is
+// the index of its FileRow. All on the thread of the form. The rows' fields that
+// the reader fills are guarded by the meta-data mutex.
+class clFileList : public ListedRows {
+public:
+    explicit clFileList(XListView& listView) : view(listView) {}
+    clFileList(const clFileList&) = delete;
+    clFileList& operator=(const clFileList&) = delete;
+    // Stops the reader, then frees rows and arrows.
+    ~clFileList() override;
+
+    std::int32_t Count() const override { return view.RowCount(); }
+    std::int64_t ParamAt(std::int32_t displayRow) const override {
+        return view.RowData(displayRow);
+    }
+    FileRow* RowOf(std::int64_t param) const override { return rows.At(param); }
+    // The record of a display row; null if there is none.
+    FileRow* RowAt(std::int32_t displayRow) const { return rows.At(view.RowData(displayRow)); }
+
+    // Gives the list the system's pictures, `extendedStyle` (LVS_EX_*) and the two
+    // arrows of its header. Once, when the control is known.
+    void SetUp(DWORD extendedStyle);
+
+    // Rows.
+
+    // Stops the reader and waits for the file that it is at, then destroys all rows.
+    void Clear();
+    // Appends a row with the picture of its type and empty cells; returns its
+    // display index. The record is owned here.
+    std::int32_t AddRow(std::unique_ptr<FileRow> record, bool ticked);
+    bool IsTicked(std::int32_t displayRow) const;
+    void SetTicked(std::int32_t displayRow, bool ticked);
+
+    // Columns. Names are kept in `_ColumnNames`, which the control may have left
+    // behind: dragged headers and removed columns show only in the control.
+
+    // Appends a column of the control; `width` 0 takes the default one.
+    void InsertListColumn(const clString& name, std::int32_t width);
+    // Appends one for each name of `_ColumnNames`, with the saved widths, which
+    // have one CR between two.
+    void RestoreColumns(const clString& widths);
+    // Removes the control's columns, all with their minimum widths.
+    void RemoveAllColumns();
+    // Puts the arrow of the sort order on a column: -1 none, 0 ascending, 1 descending.
+    void SetColumnSortImage(std::int32_t column, std::int32_t image);
+    // Titles and widths as they stand from left to right.
+    SavedColumns DisplayedColumns() const;
+    // The column with exactly this title, or -1.
+    std::int32_t ColumnTitled(const clString& title) const;
+    // Paints the whole list anew.
+    void Repaint();
+
+    // Sorting.
+
+    // A click on a header: ascending at first, then each time the other way.
+    void ToggleSort(std::int32_t column);
+    // Sorts by the column that carries an arrow, the last one if there are several,
+    // and by the text of column 0 without one.
+    void SortList();
+
+    // Paints one row from its cells, tick and picture.
+    void DrawRow(const DRAWITEMSTRUCT& item);
+
+    // Reading.
+
+    clMetaDataSource& Reader() { return reader; }
+    const clMetaDataSource& Reader() const { return reader; }
+    // Reads all rows anew, in display order.
+    void RefillMetaDataQueue() { reader.Refill(*this); }
+    // What a cell of a finished file shows: the text for that column's name.
+    using CellTextOf =
+        std::function<clString(const MetaDataItem& item, const clString& columnName)>;
+    // Writes the finished files' cells. True if the list is complete by this; it
+    // is for the caller then to sort it and to tell its totals.
+    bool PumpMetaData(const CellTextOf& textOf);
+
+    clString _ColumnNames;  // in display order, one CR between two
+
+private:
+    clStringList ColumnTitles() const;
+    SortContext CurrentOrder();
+
+    XListView& view;
+    clOwnedList<FileRow> rows;
+    HIMAGELIST headerImages = nullptr;
+    DisplayRowIndex displayRows;
+    clMetaDataSource reader;
+};
+
+// The tag of that name: what the cells of a listed folder show.
+[[nodiscard]] clString TagCellText(const MetaDataItem& item, const clString& columnName);

@@ -1,0 +1,89 @@
+#include <memory>
+
+#include "foundation/dir_enum.h"
+#include "foundation/folders.h"
+#include "foundation/mutex.h"
+#include "mainwindow/file_cells.h"
+#include "mainwindow/main_form.h"
+
+namespace {
+
+clFileTime TimeOf(const FILETIME& time) {
+    return {time.dwLowDateTime, time.dwHighDateTime};
+}
+
+std::unique_ptr<FileRow> RecordOf(const clDirEnum& entry) {
+    auto record = std::make_unique<FileRow>();
+    const WIN32_FIND_DATAW& found = entry.record;
+    record->path.Assign(entry.path);
+    record->typeName.Assign(FileTypeName(entry.path));
+    record->sizeBytes =
+        (static_cast<std::uint64_t>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
+    record->dateModified = TimeOf(found.ftLastWriteTime);
+    record->dateAccessed = TimeOf(found.ftLastAccessTime);
+    record->dateCreated = TimeOf(found.ftCreationTime);
+    return record;
+}
+
+}  // namespace
+
+// Builds the list from the directory alone, so that it is complete at once; what
+// a decoder has to tell comes later, through OnTimer.
+void frmMain::ListFolderOf(XTreeItem node) {
+    SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
+    _ListFiles.BeginBatch();
+    fileList.Clear();
+    {
+        // The list's many messages would each take the mutex from the kernel.
+        const clMutexLock lock(SubclassMutex);
+        SetErrorMode(SEM_FAILCRITICALERRORS);
+        AddFolderRows(node);
+        SetErrorMode(0);
+    }
+    clStringList names;
+    names.Split(fileList._ColumnNames);
+    KeepDecoderColumns(names);
+    if (names.Count() > 0) fileList.RefillMetaDataQueue();
+    _ListFiles.EndBatch();
+    fileList.SortList();
+    UpdateStatus();
+    SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+void frmMain::AddFolderRows(XTreeItem node) {
+    clDirEnum entries(L"*.*", PathOfItem(node));
+    while (entries.Next()) {
+        if ((entries.record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
+        if (!audioFilter.IsWantedAudioFile(entries.path)) continue;
+        const std::int32_t row = fileList.AddRow(RecordOf(entries), false);
+        fileList.SetTicked(row, selection.RowTicked(row));
+        FillRowCells(row);
+    }
+}
+
+void frmMain::FillRowCells(std::int32_t displayRow) {
+    const FileRow* record = fileList.RowAt(displayRow);
+    if (record == nullptr) return;
+    for (std::int32_t column = 0; column < _ListFiles.ColumnCount(); ++column) {
+        const clString text = DirectoryCellText(*record, _ListFiles.ColumnTitle(column));
+        if (!text.IsEmpty()) _ListFiles.SetCell(text, displayRow, column);
+    }
+}
+
+void frmMain::ListSelectedFolder() {
+    ListFolderOf(SelectedItem());
+}
+
+void frmMain::OnTimer(std::uint32_t, std::int64_t) {
+    openMaximised.OnTimer();
+    bool isComplete = false;
+    {
+        const clMutexLock lock(SubclassMutex);
+        isComplete = fileList.PumpMetaData(&TagCellText);
+    }
+    if (isComplete) {
+        UpdateStatus();
+        fileList.SortList();
+    }
+    handledFlag = 1;
+}

@@ -1,0 +1,195 @@
+// The selection's host over the controls, and what the user does to it.
+#include "foundation/program_title.h"
+#include "mainwindow/main_form.h"
+#include "resources/ids.h"
+
+namespace {
+
+// Sent by the form to itself: a node's item handle and the state it must end in.
+UINT RepairMessage() {
+    static const UINT message = RegisterWindowMessageW(L"TonequarryRepairNodeState");
+    return message;
+}
+
+constexpr WPARAM deviceArrived = 0x8000;  // DBT_DEVICEARRIVAL
+constexpr WPARAM deviceRemoved = 0x8004;  // DBT_DEVICEREMOVECOMPLETE
+
+}  // namespace
+
+XTreeItem frmMain::ItemOf(TreeNode node) const {
+    return {reinterpret_cast<HTREEITEM>(node), _TreeDrive.TreeWindow()};
+}
+
+TreeNode frmMain::FirstRoot() const {
+    return reinterpret_cast<TreeNode>(Relative({}, TVGN_ROOT).item);
+}
+
+TreeNode frmMain::SelectedNode() const {
+    return reinterpret_cast<TreeNode>(SelectedItem().item);
+}
+
+TreeNode frmMain::Parent(TreeNode node) const {
+    return reinterpret_cast<TreeNode>(Relative(ItemOf(node), TVGN_PARENT).item);
+}
+
+TreeNode frmMain::FirstChild(TreeNode node) const {
+    return reinterpret_cast<TreeNode>(Relative(ItemOf(node), TVGN_CHILD).item);
+}
+
+TreeNode frmMain::NextSibling(TreeNode node) const {
+    return reinterpret_cast<TreeNode>(Relative(ItemOf(node), TVGN_NEXT).item);
+}
+
+clString frmMain::NodePath(TreeNode node) const {
+    return PathOfItem(ItemOf(node));
+}
+
+std::int32_t frmMain::State(TreeNode node) const {
+    return static_cast<std::int32_t>(ItemOf(node).ItemStateImage());
+}
+
+void frmMain::SetState(TreeNode node, std::int32_t state) {
+    ItemOf(node).SetItemStateImage(static_cast<std::uint32_t>(state));
+}
+
+std::int32_t frmMain::RowCount() const {
+    return fileList.Count();
+}
+
+clString frmMain::RowFilePath(std::int32_t row) const {
+    const FileRow* record = fileList.RowAt(row);
+    return record != nullptr ? record->path : clString();
+}
+
+std::int32_t frmMain::RowCheckState(std::int32_t row) const {
+    return fileList.IsTicked(row) ? RowTicked : RowUnticked;
+}
+
+void frmMain::SetRowCheckState(std::int32_t row, std::int32_t check) {
+    fileList.SetTicked(row, check != RowUnticked);
+}
+
+void frmMain::RefuseNetworkNode() {
+    MessageBoxW(XWindow::Window(), L"Only folders within a network can be set for inclusion",
+                programTitle, MB_OK | MB_ICONHAND);
+}
+
+bool frmMain::ConfirmReset() {
+    return MessageBoxW(XWindow::Window(), L"Clear All Selections?", programTitle,
+                       MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+void frmMain::ListFolder(TreeNode node) {
+    ListFolderOf(ItemOf(node));
+}
+
+void frmMain::_TreeDriveView::OnTreeClick(std::uint8_t* result) {
+    UINT flags = 0;
+    const XTreeItem node = owner.ItemUnderPointer(&flags);
+    if (node.IsValid()) owner.SelectItem(node);
+    if (flags != TVHT_ONITEMSTATEICON) return;
+    if (node.IsValid()) owner.ToggleNode(node);
+    *result = 1;
+}
+
+// Windows' tree steps the state by one after the handler, which the state left
+// here allows for. Wine's leaves states 3 to 5 alone: there the message that the
+// form posts to itself sets what has to stand, before anything is painted, and on
+// Windows it finds nothing to do.
+void frmMain::_TreeDriveView::OnTreeSpace() {
+    const HoldStatus held(owner);
+    const XTreeItem node = owner.SelectedItem();
+    const std::int32_t state = owner.selection.ToggleBySpace();
+    if (state == 0) return;
+    PostMessageW(owner.XWindow::Window(), RepairMessage(), static_cast<WPARAM>(state),
+                 reinterpret_cast<LPARAM>(node.item));
+}
+
+void frmMain::ToggleNode(XTreeItem node) {
+    const HoldStatus held(*this);
+    selection.ToggleFolder(reinterpret_cast<TreeNode>(node.item));
+}
+
+void frmMain::RepairSpace(HTREEITEM item, std::int32_t state) {
+    const XTreeItem node = {item, _TreeDrive.TreeWindow()};
+    // A node that was deleted meanwhile answers with no state at all.
+    if (node.ItemStateImage() != 0 && node.ItemStateImage() != static_cast<std::uint32_t>(state))
+        node.SetItemStateImage(static_cast<std::uint32_t>(state));
+}
+
+LRESULT frmMain::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                             std::uint32_t* handled) {
+    LRESULT result = buttonBar.Route(window, message, wParam, lParam, handled);
+    if (*handled == 0) result = _ListFiles.Route(window, message, wParam, lParam, handled);
+    if (*handled == 0) result = _TreeDrive.Route(window, message, wParam, lParam, handled);
+    if (*handled == 0) result = _RowMenu.Route(window, message, wParam, lParam, handled);
+    if (*handled != 0) return result;
+    if (message == WM_DEVICECHANGE && (wParam == deviceArrived || wParam == deviceRemoved)) {
+        RefreshDrives();
+        *handled = 0;
+    }
+    if (message == RepairMessage()) {
+        RepairSpace(reinterpret_cast<HTREEITEM>(lParam), static_cast<std::int32_t>(wParam));
+    }
+    return 0;
+}
+
+void frmMain::_ListFilesView::OnRowChecked(std::int32_t row, bool checked) {
+    owner.selection.OnRowChecked(row, checked);
+    owner.UpdateStatus();
+}
+
+void frmMain::_ListFilesView::OnColumnClick(std::int32_t column) {
+    owner.fileList.ToggleSort(column);
+}
+
+void frmMain::_ListFilesView::OnListContextMenu(std::uint32_t, std::uint32_t, HWND list) {
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    ScreenToClient(list, &pointer);
+    // A horizontal measure for a height, as it has always been.
+    RECT header = {14, 1, 1, 1};
+    MapDialogRect(owner.XWindow::Window(), &header);
+    if (pointer.y < header.left) {
+        ShowColumnMenu(owner.XWindow::Window(), *this, owner.fileList, owner);
+    } else {
+        owner.ShowRowMenu();
+    }
+}
+
+void frmMain::_ListFilesView::OnDrawRow(const DRAWITEMSTRUCT& item) {
+    owner.fileList.DrawRow(item);
+}
+
+void frmMain::ShowRowMenu() {
+    POINT pointer = {};
+    GetCursorPos(&pointer);
+    const BOOL command = TrackPopupMenu(GetSubMenu(_RowMenu.Menu(), 0),
+                                        TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x,
+                                        pointer.y, 0, XWindow::Window(), nullptr);
+    const HoldStatus held(*this);
+    switch (command) {
+        case ID_CHECK_ALL:
+            selection.RunRowCommand(RowCommand::CheckAll);
+            break;
+        case ID_UNCHECK_ALL:
+            selection.RunRowCommand(RowCommand::UncheckAll);
+            break;
+        case ID_INVERT_SELECTION:
+            selection.RunRowCommand(RowCommand::InvertSelection);
+            break;
+        default:
+            selection.UpdateSelectedAncestors();
+            break;
+    }
+}
+
+void frmMain::FillNewColumn() {
+    for (std::int32_t row = 0; row < fileList.Count(); ++row)
+        FillRowCells(row);
+    ListSelectedFolder();
+}
+
+void frmMain::FillDefaultColumns() {
+    ListSelectedFolder();
+}

@@ -1,0 +1,30 @@
+// A dialog that opens maximised, and stays so.
+#pragma once
+
+#include <windows.h>
+
+// Windows leaves a dialog alone that was maximised while it was made. Wine's
+// dialog loop shows it in its normal size once its queue has first run empty or
+// its first timer has fired. While this watches, that one restoring is refused;
+// it ends with the form's second timer message, so that a user's own restoring is
+// never fought. One at a time; the thread of the dialog.
+class clOpenMaximised {
+public:
+    clOpenMaximised() = default;
+    clOpenMaximised(const clOpenMaximised&) = delete;
+    clOpenMaximised& operator=(const clOpenMaximised&) = delete;
+    ~clOpenMaximised() { End(); }
+
+    // Maximises the dialog, within its OnCreate, and begins to watch.
+    void Show(HWND dialog);
+    // Each timer message of the form.
+    void OnTimer();
+
+private:
+    static LRESULT CALLBACK Watch(int code, WPARAM wParam, LPARAM lParam);
+    void End();
+
+    HHOOK hook = nullptr;
+    int timersLeft = 0;
+    static HWND watched;
+};
