@@ -1,0 +1,171 @@
+// Columns and sorting: headers, the column menu, and what a restart finds.
+#include <gmock/gmock.h>
+
+#include "tests/support/converter_side.h"
+#include "tests/ui/end_to_end/program_stage.h"
+#include "tests/ui/keys.h"
+#include "tests/ui/pointer.h"
+
+namespace {
+
+using testing::ElementsAre;
+using Names = std::vector<std::wstring>;
+
+class ColumnsTest : public testing::Test {
+protected:
+    ColumnsTest() {
+        stage.AddDecoder(L"one",
+                         "type=.abc|Some sound\n"
+                         "elements=Codec|Encoder\n"
+                         "length-ms=1000\n"
+                         "[a.abc]\nlength-ms=5000\ntag=Artist|beta\ntag=Comment|third\n"
+                         "[b.abc]\nlength-ms=90000\ntag=Artist|Alpha\ntag=Comment|first\n"
+                         "[c.abc]\nlength-ms=30000\ntag=Artist|gamma\ntag=Comment|second\n");
+        stage.AddFile(L"a.abc", 9000);
+        stage.AddFile(L"b.abc", 20000);
+        stage.AddFile(L"c.abc", 3000);
+    }
+    // Starts in the music folder and waits until all cells are filled.
+    RemoteList OpenMusic() {
+        const RemoteList list = stage.Start(stage.Music()).List();
+        EXPECT_TRUE(CellsBecome(list, L"Artist", {L"beta", L"Alpha", L"gamma"}));
+        return list;
+    }
+    static bool CellsBecome(const RemoteList& list, const std::wstring& title, const Names& cells) {
+        return WaitUntil([&] { return list.Column(title) == cells; }, 5000);
+    }
+    static void ClickHeader(const RemoteList& list, const std::wstring& title) {
+        ClickSettled(list.HeaderPoint(list.ColumnTitled(title)));
+    }
+    // Opens the menu on the header and presses keys in it, the last of which ends it.
+    static void MenuKeys(const RemoteList& list, const std::vector<WORD>& keys) {
+        ClickSettled(list.HeaderPoint(0), PointerButton::Right);
+        ASSERT_TRUE(WaitUntil([] { return FindWindowW(L"#32768", nullptr) != nullptr; }));
+        for (const WORD key : keys)
+            PressKey(key);
+        ASSERT_TRUE(WaitUntil([] { return FindWindowW(L"#32768", nullptr) == nullptr; }));
+    }
+    static std::vector<WORD> Downs(int count, std::vector<WORD> then) {
+        std::vector<WORD> keys(static_cast<std::size_t>(count), VK_DOWN);
+        keys.insert(keys.end(), then.begin(), then.end());
+        return keys;
+    }
+    static bool TitlesBecome(const RemoteList& list, const Names& titles) {
+        return WaitUntil([&] { return list.Titles() == titles; }, 5000);
+    }
+
+    ProgramStage stage;
+};
+
+// The menu has the twelve facts, the two sub-menus, and the default columns.
+constexpr int tagsPlace = 13;
+constexpr int defaultPlace = 15;
+constexpr int commentPlace = 12;  // among the tags
+
+TEST_F(ColumnsTest, HeaderClicksSort) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rSize\rArtist\rLength");
+    const RemoteList list = OpenMusic();
+    ClickHeader(list, L"Size");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"c.abc", L"a.abc", L"b.abc"}));
+    ClickHeader(list, L"Size");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"b.abc", L"a.abc", L"c.abc"}));
+    ClickHeader(list, L"Artist");
+    EXPECT_TRUE(CellsBecome(list, L"Artist", {L"Alpha", L"beta", L"gamma"}));
+    ClickHeader(list, L"Length");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"c.abc", L"b.abc"}));
+    ClickHeader(list, L"Name");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"b.abc", L"c.abc"}));
+    ClickHeader(list, L"Name");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"c.abc", L"b.abc", L"a.abc"}));
+}
+
+TEST_F(ColumnsTest, MenuAddsAndRemovesAColumn) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist");
+    const RemoteList list = OpenMusic();
+    std::vector<WORD> addComment = Downs(tagsPlace, {VK_RIGHT});
+    for (int i = 1; i < commentPlace; ++i)
+        addComment.push_back(VK_DOWN);
+    addComment.push_back(VK_RETURN);
+    MenuKeys(list, addComment);
+    EXPECT_TRUE(TitlesBecome(list, {L"Name", L"Artist", L"Comment"}));
+    EXPECT_EQ(list.ColumnWidth(2), 150);
+    EXPECT_TRUE(CellsBecome(list, L"Comment", {L"third", L"first", L"second"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist\rComment");
+
+    const RemoteList again = stage.Start(stage.Music()).List();
+    EXPECT_TRUE(CellsBecome(again, L"Comment", {L"third", L"first", L"second"}));
+    MenuKeys(again, addComment);
+    EXPECT_TRUE(TitlesBecome(again, {L"Name", L"Artist"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist");
+}
+
+TEST_F(ColumnsTest, MissingColumnIsOfferedAndCanGo) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist\rGone with its decoder");
+    const RemoteList list = OpenMusic();
+    EXPECT_TRUE(TitlesBecome(list, {L"Name", L"Artist", L"Gone with its decoder"}));
+    // It stands behind the sub-menus.
+    MenuKeys(list, Downs(defaultPlace, {VK_RETURN}));
+    EXPECT_TRUE(TitlesBecome(list, {L"Name", L"Artist"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist");
+}
+
+TEST_F(ColumnsTest, DefaultColumnsComeBack) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Artist\rSize");
+    stage.SetText(L"zKR-FileSelector-ColWidths", L"77\rno number");
+    const RemoteList list = stage.Start(stage.Music()).List();
+    ASSERT_TRUE(TitlesBecome(list, {L"Artist", L"Size"}));
+    EXPECT_EQ(list.ColumnWidth(0), 77);
+    EXPECT_EQ(list.ColumnWidth(1), 75);
+    MenuKeys(list, Downs(defaultPlace, {VK_RETURN}));
+    EXPECT_TRUE(WaitUntil([&] { return list.Titles().size() == 10; }));
+    EXPECT_EQ(list.ColumnWidth(0), 250);
+    EXPECT_TRUE(CellsBecome(list, L"Artist", {L"beta", L"Alpha", L"gamma"}));
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"b.abc", L"c.abc"}));
+}
+
+TEST_F(ColumnsTest, FirstDecoderColumnStaysBlankUntilTheNextListing) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rSize");
+    const RemoteList list = stage.Start(stage.Music()).List();
+    ASSERT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"b.abc", L"c.abc"}));
+    MenuKeys(list, Downs(tagsPlace, {VK_RIGHT, VK_RETURN}));
+    ASSERT_TRUE(TitlesBecome(list, {L"Name", L"Size", L"Artist"}));
+    EXPECT_FALSE(WaitUntil([&] { return !list.Cell(0, 2).empty(); }, 1200));
+    stage.Program().PressButton(BarButton::Refresh);
+    EXPECT_TRUE(CellsBecome(list, L"Artist", {L"beta", L"Alpha", L"gamma"}));
+}
+
+TEST_F(ColumnsTest, WidthsAndDraggedOrderArePersisted) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rSize\rArtist");
+    const RemoteList list = OpenMusic();
+    const POINT edge = list.HeaderEdge(1);
+    MovePointer(edge);
+    PressButton(PointerButton::Left);
+    MovePointer({edge.x + 20, edge.y});
+    MovePointer({edge.x + 40, edge.y});
+    ReleaseButton(PointerButton::Left);
+    ASSERT_TRUE(WaitUntil([&] { return list.ColumnWidth(1) == 115; })) << list.ColumnWidth(1);
+
+    const POINT from = list.HeaderPoint(2);
+    const POINT to = list.HeaderPoint(1);
+    MovePointer(from);
+    PressButton(PointerButton::Left);
+    MovePointer({from.x - 20, from.y});
+    MovePointer({to.x + 10, to.y});
+    MovePointer({to.x - 20, to.y});
+    ReleaseButton(PointerButton::Left);
+    ASSERT_TRUE(WaitUntil([&] {
+        return list.DisplayedTitles() == Names{L"Name", L"Artist", L"Size"};
+    }));
+    EXPECT_EQ(list.Titles(), (Names{L"Name", L"Size", L"Artist"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist\rSize");
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-ColWidths"), L"250\r150\r115");
+    const RemoteList again = stage.Start().List();
+    EXPECT_EQ(again.Titles(), (Names{L"Name", L"Artist", L"Size"}));
+    EXPECT_EQ(again.ColumnWidth(2), 115);
+}
+
+}  // namespace

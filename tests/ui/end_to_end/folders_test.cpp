@@ -1,0 +1,129 @@
+// Folders of every kind, and what comes and goes while the program runs.
+#include <gmock/gmock.h>
+#include <windows.h>
+// dbt.h needs windows.h before it.
+#include <dbt.h>
+
+#include "tests/support/converter_side.h"
+#include "tests/ui/end_to_end/program_stage.h"
+#include "tests/ui/pointer.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+class FoldersTest : public testing::Test {
+protected:
+    FoldersTest() { stage.AddDecoder(L"one", "type=.abc|Some sound\n"); }
+    RemoteTree Open() {
+        const RemoteTree tree = stage.Start(stage.Music()).Tree();
+        music = tree.Selected();
+        ClickSettled(tree.ExpanderPoint(music));
+        EXPECT_TRUE(WaitUntil([&] { return !tree.HasExpander(music) || tree.IsExpanded(music); }));
+        return tree;
+    }
+
+    ProgramStage stage;
+    RemoteItem music = 0;
+};
+
+TEST_F(FoldersTest, EmptyFolderLosesItsExpander) {
+    const RemoteTree tree = Open();
+    EXPECT_FALSE(tree.HasExpander(music));
+    EXPECT_EQ(stage.Program().List().RowCount(), 0);
+}
+
+TEST_F(FoldersTest, ThousandFilesAreListed) {
+    for (int i = 0; i < 1000; ++i)
+        stage.AddFile(L"song" + std::to_wstring(i) + L".abc");
+    const RemoteList list = stage.Start(stage.Music()).List();
+    EXPECT_EQ(list.RowCount(), 1000);
+    EXPECT_EQ(list.Cell(0, 0), L"song0.abc");
+    EXPECT_EQ(list.Cell(999, 0), L"song999.abc");
+    EXPECT_TRUE(list.IsTicked(999));
+    EXPECT_EQ(stage.Close(), 0u);
+}
+
+TEST_F(FoldersTest, NamesInManyScriptsGoToTheConverter) {
+    const ConverterStage converter("read\nsignal\n", stage.ProgramFolder());
+    const std::vector<std::wstring> names = {L"\x0416\x0443\x043A.abc", L"\x65E5\x672C\x8A9E.abc",
+                                             L"\x05E9\x05DC\x05D5\x05DD.abc",
+                                             L"\xD83C\xDFB5 tune.abc"};
+    for (const std::wstring& name : names)
+        stage.AddFile(name, 10);
+    RunningProgram& program = stage.Start(stage.Music());
+    EXPECT_THAT(program.List().Column(L"Name"), testing::UnorderedElementsAreArray(names));
+    program.PressButton(BarButton::Convert);
+    ASSERT_TRUE(converter.WaitFor(L"signalled"));
+    Ask(program.Form(), WM_NULL);  // answered when the converter has ended
+    const std::string list = converter.List().value_or("");
+    for (const std::wstring& name : names)
+        EXPECT_NE(list.find(ListBytes({stage.Music() + name})), std::string::npos)
+            << NarrowUtf8(name);
+}
+
+TEST_F(FoldersTest, PathOfThreeHundredCharactersIsListed) {
+    const ConverterStage converter("read\nsignal\n", stage.ProgramFolder());
+    const std::wstring longName(120, L'n');
+    const std::wstring deep = longName + L"\\" + longName + L"\\";
+    const std::wstring file = stage.AddFile(deep + std::wstring(40, L'f') + L".abc", 10);
+    ASSERT_GT(file.size(), 300u);
+    RunningProgram& program = stage.Start(stage.Music() + deep);
+    EXPECT_EQ(program.Tree().Text(program.Tree().Selected()), longName);
+    EXPECT_THAT(program.List().Column(L"Name"), ElementsAre(std::wstring(40, L'f') + L".abc"));
+    program.PressButton(BarButton::Convert);
+    ASSERT_TRUE(converter.WaitFor(L"signalled"));
+    Ask(program.Form(), WM_NULL);  // answered when the converter has ended
+    EXPECT_EQ(converter.List(), ListBytes({file}));
+}
+
+TEST_F(FoldersTest, RefreshShowsNewFoldersAndDropsGoneOnes) {
+    stage.AddFile(L"goes\\a.abc");
+    stage.AddFolder(L"stays");
+    const RemoteTree tree = Open();
+    ASSERT_THAT(tree.Texts(music), ElementsAre(L"goes", L"stays"));
+    ASSERT_TRUE(DeleteFileW((stage.Music() + L"goes\\a.abc").c_str()));
+    ASSERT_TRUE(RemoveDirectoryW((stage.Music() + L"goes").c_str()));
+    stage.AddFile(L"a new one\\b.abc");
+    stage.AddFile(L"c.abc");
+    stage.Program().PressButton(BarButton::Refresh);
+    EXPECT_TRUE(WaitUntil([&] {
+        return tree.Texts(music) == std::vector<std::wstring>{L"stays", L"a new one"};
+    }));
+    // Beneath a ticked folder the new one is ticked too.
+    EXPECT_EQ(tree.State(tree.Find(music, L"a new one")), 4);
+    EXPECT_TRUE(WaitUntil([&] { return stage.Program().List().RowCount() == 1; }));
+}
+
+TEST_F(FoldersTest, DriveComesAndGoes) {
+    const RemoteTree tree = stage.Start().Tree();
+    const std::vector<std::wstring> before = tree.Texts(0);
+    wchar_t drive[] = L"J:";
+    while ((GetLogicalDrives() & (1u << (drive[0] - L'A'))) != 0)
+        ++drive[0];
+    const std::wstring target = L"\\??\\" + stage.Music();
+    ASSERT_TRUE(DefineDosDeviceW(DDD_RAW_TARGET_PATH, drive, target.c_str()));
+    const HWND form = stage.Program().Form();
+    Ask(form, WM_DEVICECHANGE, DBT_DEVICEARRIVAL);
+    const std::vector<std::wstring> with = tree.Texts(0);
+    DefineDosDeviceW(DDD_REMOVE_DEFINITION, drive, nullptr);
+    ASSERT_EQ(with.size(), before.size() + 1);
+    EXPECT_NE(with.back().find(drive), std::wstring::npos) << NarrowUtf8(with.back());
+    EXPECT_EQ(tree.Texts(0), with);
+    Ask(form, WM_DEVICECHANGE, DBT_DEVICEREMOVECOMPLETE);
+    EXPECT_EQ(tree.Texts(0), before);
+}
+
+TEST_F(FoldersTest, CollapsingAFolderSelectsIt) {
+    stage.AddFile(L"inner\\a.abc");
+    const RemoteTree tree = Open();
+    const RemoteItem inner = tree.Find(music, L"inner");
+    ClickSettled(tree.LabelPoint(inner));
+    ASSERT_TRUE(WaitUntil([&] { return stage.Program().List().RowCount() == 1; }));
+    ClickSettled(tree.ExpanderPoint(music));
+    EXPECT_TRUE(WaitUntil([&] { return !tree.IsExpanded(music); }));
+    EXPECT_EQ(tree.Selected(), music);
+    EXPECT_EQ(stage.Program().List().RowCount(), 0);
+}
+
+}  // namespace
