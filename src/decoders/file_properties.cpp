@@ -82,6 +82,7 @@ void AddCompression(const DerivationInput& input, FileRow& row, TagList& tags) {
     const std::int64_t raw = Times(input.format.Format().nAvgBytesPerSec, input.lengthMs) / 1000;
     const std::int64_t larger = std::max(raw, source);
     const std::int64_t base = Minus(larger, source) < 1024 ? source : larger;
+    row.compressionPercent = 0;  // a row may be read again
     if (base == 0 || source == 0) return;
     const std::int64_t percent = Minus(100, DividedBy(Times(source, 100), base));
     row.compressionPercent = static_cast<std::int32_t>(percent);

@@ -1,7 +1,11 @@
 #include "decoders/tag_list.h"
 
+#include <algorithm>
 #include <cstring>
+#include <unordered_map>
 #include <vector>
+
+#include "foundation/text.h"
 
 namespace {
 
@@ -85,6 +89,34 @@ bool ReadEntry(TagBlockCursor& cursor, TagList& list) {
     return true;
 }
 
+// Where the entries of a growing list stand, by their names. A block of a million
+// bytes may hold as many names as would take a walk of the list for each half a
+// minute, with the meta-data mutex held.
+class NameIndex {
+public:
+    explicit NameIndex(const TagList& named) : list(named) {}
+    bool Has(const clString& name) {
+        for (; known < list.Count(); ++known)
+            places.emplace(HashOf(list.At(known).name), known);
+        const auto [first, last] = places.equal_range(HashOf(name));
+        return std::any_of(first, last, [&](const auto& place) {
+            return list.At(place.second).name.CompareNoCase(name) == 0;
+        });
+    }
+
+private:
+    static std::uint64_t HashOf(const clString& name) {
+        std::uint64_t hash = 0xCBF29CE484222325u;  // FNV-1a
+        for (std::int32_t i = 0; i < name.Length(); ++i)
+            hash = (hash ^ FoldAscii(name.Chars()[i])) * 0x100000001B3u;
+        return hash;
+    }
+
+    const TagList& list;
+    std::int64_t known = 0;
+    std::unordered_multimap<std::uint64_t, std::int64_t> places;
+};
+
 }  // namespace
 
 const TagEntry& TagList::At(std::int64_t index) const {
@@ -126,9 +158,10 @@ void TagList::Parse(const std::uint8_t* block, std::int32_t size) {
 }
 
 void TagList::Merge(const TagList& other) {
+    NameIndex names(*this);
     for (std::int64_t i = 0; i < other.Count(); ++i) {
         const TagEntry& source = other.At(i);
-        if (IndexOf(source.name) >= 0) continue;
+        if (names.Has(source.name)) continue;
         clByteBuffer& data = Add(source.name, source.value).data;
         if (source.data.size > 0 && data.Resize(source.data.size, false)) {
             std::memcpy(data.data, source.data.data, static_cast<std::size_t>(data.size));

@@ -35,7 +35,9 @@ struct Derived {
     FileRow row;
     TagList tags;
 
-    explicit Derived(const Told& told) {
+    // `before`: what an earlier reading left in the row.
+    explicit Derived(const Told& told, std::int32_t before = 0) {
+        row.compressionPercent = before;
         for (const auto& [name, value] : told.tags)
             tags.Add(name, value);
         clWaveFormat format;
@@ -282,6 +284,12 @@ TEST_F(FileProperties, TheCompressionIsWhatIsSavedFromOneKibibyteOn) {
         EXPECT_EQ(file.Get(L"Compression"), row.text) << row.what;
         EXPECT_EQ(file.row.compressionPercent, row.percent) << row.what;
     }
+}
+
+TEST_F(FileProperties, NoCompressionOfAnEarlierReadingStays) {
+    Told told;
+    told.sourceBytes = 0;
+    EXPECT_EQ(Derived(told, 42).row.compressionPercent, 0);
 }
 
 TEST_F(FileProperties, TheCompressionIsThatOfTheCorrectedWaveFormat) {

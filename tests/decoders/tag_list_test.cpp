@@ -287,6 +287,29 @@ TEST(TagList, MergeAppendsOnlyNamesThatAreNotThereYet) {
     EXPECT_EQ(Shown(other), "ARTIST=x c=y C=z d=w");
 }
 
+clString Numbered(wchar_t letter, std::int64_t number) {
+    clString name;
+    name.Append(letter);
+    name.Append(clString(number));
+    return name;
+}
+
+TEST(TagList, MergeOfManyNamesIsThatOfFew) {
+    TagList list;
+    TagList other;
+    for (int i = 0; i < 3000; ++i) {
+        list.Add(Numbered(L'n', i % 2000), L"old");
+        other.Add(Numbered(L'N', i), L"new");
+    }
+    list.Merge(other);
+    ASSERT_EQ(list.Count(), 4000);
+    EXPECT_EQ(Utf8(list.Get(L"N1999")), "old");
+    for (int i = 2000; i < 3000; ++i) {
+        EXPECT_EQ(Utf8(list.At(1000 + i).name), "N" + std::to_string(i));
+        EXPECT_EQ(Utf8(list.At(1000 + i).value), "new");
+    }
+}
+
 TEST(TagList, MergeCopiesThePayload) {
     const Block block = Block().Int(1).Entry(L"a", L"b", {1, 2});
     TagList list;

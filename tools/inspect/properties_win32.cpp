@@ -106,7 +106,8 @@ private:
             line.Append(L' ');
         } while (line.Length() < nameWidth);
         line.Append(text);
-        line.Replace(L"\n", L" ");
+        for (const wchar_t* lineEnd : {L"\r", L"\n"})
+            line.Replace(lineEnd, L" ");
         out.PrintLine(line);
     }
 
