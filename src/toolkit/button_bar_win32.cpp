@@ -76,10 +76,9 @@ LRESULT XButtonBar::Serve(HWND window, UINT message, WPARAM wParam, LPARAM lPara
             OnButtonDown(window, button_which::right, handled);
             return 0;
         case WM_LBUTTONUP:
-            OnButtonUp(button_which::left);
-            return 0;
         case WM_RBUTTONUP:
-            OnButtonUp(button_which::right);
+            OnButtonUp(message == WM_LBUTTONUP ? button_which::left : button_which::right);
+            *handled = 0;  // whatever the messages left there that a click led to
             return 0;
         default:
             return 0;

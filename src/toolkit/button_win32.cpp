@@ -16,7 +16,9 @@ bool AsksAboutReturn(const MSG* message) {
 // close the menu again as if it were typed there.
 void DropCharacter(HWND window) {
     MSG message;
-    PeekMessageW(&message, window, WM_CHAR, WM_CHAR, PM_REMOVE);
+    if (PeekMessageW(&message, window, WM_CHAR, WM_CHAR, PM_REMOVE) == FALSE) return;
+    // That one comes through every filter, and is for the form's own loop.
+    if (message.message == WM_QUIT) PostQuitMessage(static_cast<int>(message.wParam));
 }
 
 }  // namespace

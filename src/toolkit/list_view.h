@@ -107,7 +107,9 @@ public:
     // column below its minimum; 0 leaves it free.
     void AddColumn(const clString& title, std::int32_t width, std::int32_t format,
                    std::int32_t minimumWidth);
-    // Takes its minimum width along. Outside the columns nothing happens.
+    // Takes its minimum width and its texts along; of texts behind the first column,
+    // when that goes, the first 998 characters stay. Outside the columns nothing
+    // happens.
     void RemoveColumn(std::int32_t column);
     std::int32_t ColumnCount() const;
     // Pixels; 0 outside the columns.
@@ -228,6 +230,7 @@ private:
     void EditByKey();
     void SelectAllByKey();
 
+    void RemoveFirstColumn();
     Answer KeepMinimumWidth(const NMHEADERW& change);
     Answer HookHeaderNotify(NMHDR* header);
     void HookLeftDown(LPARAM lParam, std::uint32_t* handled);

@@ -1,5 +1,6 @@
 #include <vector>
 
+#include "foundation/mutex.h"
 #include "toolkit/list_rules.h"
 #include "toolkit/list_view.h"
 
@@ -43,8 +44,33 @@ void XListView::AddColumn(const clString& title, std::int32_t width, std::int32_
 
 void XListView::RemoveColumn(std::int32_t column) {
     if (column < 0 || column >= ColumnCount()) return;
-    Ask(LVM_DELETECOLUMN, static_cast<WPARAM>(column));
+    if (column == 0) {
+        RemoveFirstColumn();
+    } else {
+        Ask(LVM_DELETECOLUMN, static_cast<WPARAM>(column));
+    }
     minimumWidths.RemoveAt(column);
+}
+
+// The texts of a row follow their columns. Wine's list leaves them where they are
+// when its first column goes, so that each would stand under the title of its
+// right neighbour.
+void XListView::RemoveFirstColumn() {
+    const clMutexLock lock(SubclassMutex);
+    std::vector<clString> texts;
+    const std::int32_t rows = RowCount();
+    const std::int32_t columns = ColumnCount() - 1;
+    for (std::int32_t row = 0; row < rows; ++row) {
+        for (std::int32_t column = 0; column < columns; ++column)
+            texts.push_back(CellText(row, column + 1));
+    }
+    Ask(LVM_DELETECOLUMN, 0);
+    auto text = texts.begin();
+    for (std::int32_t row = 0; row < rows; ++row) {
+        for (std::int32_t column = 0; column < columns; ++column, ++text) {
+            if (!CellText(row, column).Equals(*text)) SetCell(*text, row, column);
+        }
+    }
 }
 
 std::int32_t XListView::ColumnWidth(std::int32_t column) const {

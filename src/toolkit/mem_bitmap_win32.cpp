@@ -68,7 +68,7 @@ clBitmapHandle Render(IPicture& picture) {
     const clScreenContext screen;
     const int pixelWidth = MulDiv(width, GetDeviceCaps(screen.Get(), LOGPIXELSX), himetricPerInch);
     const int pixelHeight =
-        MulDiv(height, GetDeviceCaps(screen.Get(), LOGPIXELSX), himetricPerInch);
+        MulDiv(height, GetDeviceCaps(screen.Get(), LOGPIXELSY), himetricPerInch);
     clBitmapHandle bitmap(CreateCompatibleBitmap(screen.Get(), pixelWidth, pixelHeight));
     const clMemoryContext context(CreateCompatibleDC(screen.Get()));
     const clSelection selected(context.Get(), bitmap.Get());

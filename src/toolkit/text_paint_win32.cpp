@@ -107,9 +107,11 @@ void LayerPainter::Paint(clTextGradient& gradient) const {
     clGradientCache& cache = gradient.cache;
     if (cache.width != width || cache.height != height) {
         cache.bitmap.CreateEmpty(nullptr, width, height);
-        cache.width = width;
-        cache.height = height;
-        DrawGradient(cache.bitmap.Context(), {0, 0, width, height}, gradient.colours);
+        // Where no bitmap could be had now, the next painting tries again.
+        const bool isMade = cache.bitmap.Context() != nullptr;
+        cache.width = isMade ? width : 0;
+        cache.height = isMade ? height : 0;
+        if (isMade) DrawGradient(cache.bitmap.Context(), {0, 0, width, height}, gradient.colours);
     }
     cache.bitmap.Blit(context, place.left, place.top);
     if (!gradient.dropCache) return;

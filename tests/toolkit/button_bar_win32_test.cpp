@@ -9,6 +9,9 @@
 
 namespace {
 
+// Before any form of these tests took one.
+const std::uint64_t firstTimerId = NewBarTimerId();
+
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -331,6 +334,20 @@ TEST(ButtonBar, HandledIsSetForAHitAlone) {
     }
 }
 
+TEST(ButtonBar, ReleaseIsNeverHandledWhateverAClickLeavesBehind) {
+    ButtonForm form({{}}, Timer::None);
+    form.At(0).meanwhile = [&](const std::string&) { form.lastHandled = 1; };
+    for (const auto& [press, release] :
+         {std::pair(WM_LBUTTONDOWN, WM_LBUTTONUP), std::pair(WM_RBUTTONDOWN, WM_RBUTTONUP)}) {
+        form.At(0).calls.clear();
+        form.PointAt(0);
+        form.Route(static_cast<UINT>(press));
+        form.Route(static_cast<UINT>(release));
+        EXPECT_EQ(form.At(0).calls.size(), 2u);
+        EXPECT_EQ(form.lastHandled, 0u);
+    }
+}
+
 TEST(ButtonBar, ReleaseGivesUpTheCaptureOfTheForm) {
     ButtonForm form({{}}, Timer::None);
     SetCapture(form.Window());
@@ -427,9 +444,10 @@ TEST(ButtonBar, DestroyingTheButtonsEndsTimerAndWindows) {
 }
 
 TEST(ButtonBar, TimerIdsCountUpFromTheSettledOne) {
-    const std::uint64_t first = NewBarTimerId();
-    EXPECT_GE(first, 7788u);
-    EXPECT_EQ(NewBarTimerId(), first + 1);
+    EXPECT_EQ(firstTimerId, 7788u);
+    const std::uint64_t next = NewBarTimerId();
+    EXPECT_GT(next, firstTimerId);
+    EXPECT_EQ(NewBarTimerId(), next + 1);
 }
 
 }  // namespace

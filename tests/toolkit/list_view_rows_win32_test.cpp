@@ -84,6 +84,24 @@ TEST(ListColumns, OutsideTheListAreEmpty) {
     EXPECT_EQ(form.list.ColumnCount(), 3);
 }
 
+TEST(ListColumns, TakeTheirTextsAlongWhenOneGoes) {
+    const struct {
+        std::int32_t removed;
+        const char* left[2];
+    } cases[] = {{0, {"8", "x"}}, {1, {"one", "x"}}, {2, {"one", "8"}}};
+    for (const auto& row : cases) {
+        ListForm form;
+        ASSERT_EQ(form.list.InsertRow(0, 0, -1, 5), 0);
+        form.list.SetCell(L"one", 0, 0);
+        form.list.SetCell(L"8", 0, 1);
+        form.list.SetCell(L"x", 0, 2);
+        form.list.RemoveColumn(row.removed);
+        EXPECT_EQ(Utf8(form.list.CellText(0, 0)), row.left[0]) << row.removed;
+        EXPECT_EQ(Utf8(form.list.CellText(0, 1)), row.left[1]) << row.removed;
+        EXPECT_EQ(form.list.RowData(0), 5) << row.removed;
+    }
+}
+
 TEST(ListColumns, TitleIsCutAtTheBuffer) {
     ListForm form;
     clString title(std::wstring(400, L'a').c_str());

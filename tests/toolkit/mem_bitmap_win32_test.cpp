@@ -50,6 +50,11 @@ HRESULT WINAPI CountStreams(HGLOBAL, WINBOOL, LPSTREAM*) {
     return E_FAIL;
 }
 
+// Of a screen whose pixels are half as high as they are wide.
+int WINAPI TallScreen(HDC, int index) {
+    return index == LOGPIXELSY ? 192 : 96;
+}
+
 HRESULT WINAPI FailToLoad(LPSTREAM, LONG, WINBOOL, REFIID, LPVOID*) {
     ++loaderCalls;
     return E_FAIL;
@@ -256,6 +261,15 @@ TEST_F(EncodedPicture, IsDecodedPixelByPixel) {
         for (int x = 0; x < 13; ++x)
             ASSERT_EQ(Colour{Pixel(bitmap, x, y)}, Colour{colourAt(x, y)}) << x << ", " << y;
     }
+}
+
+TEST_F(EncodedPicture, IsAsLargeOnAScreenThatDiffersInItsAxes) {
+    const std::vector<std::uint8_t> bytes = EncodedBmp(13, 9, [](int, int) { return red; });
+    const ImportStub screen("GetDeviceCaps", &TallScreen);
+    XMemBitmap bitmap;
+    ASSERT_TRUE(bitmap.LoadEncoded(bytes.data(), static_cast<std::int64_t>(bytes.size())));
+    EXPECT_EQ(bitmap.Width(), 13);
+    EXPECT_EQ(bitmap.Height(), 18);
 }
 
 TEST_F(EncodedPicture, ReplacesTheBitmapBeforeEvenIfItFails) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 
+#include "tests/support/import_stub.h"
 #include "tests/toolkit/painted_list.h"
 #include "tests/ui/icons.h"
 #include "tests/ui/pixels.h"
@@ -34,6 +35,10 @@ void WithBrushAndPen(HDC dc, COLORREF brushColour, COLORREF penColour,
     SelectObject(dc, previousPen);
     DeleteObject(brush);
     DeleteObject(pen);
+}
+
+HBITMAP WINAPI NoBitmap(HDC, int, int) {
+    return nullptr;
 }
 
 class TextPaint : public PaintedList {};
@@ -126,6 +131,19 @@ TEST_F(TextPaint, AGradientIsKeptUntilItsSizeChanges) {
     list.Paint(canvas.Dc(), left, top);
     EXPECT_EQ(cache.width, 101);
     EXPECT_NE(Colour{canvas.At(60, 25)}, Colour{green});
+}
+
+TEST_F(TextPaint, AGradientIsTriedAgainWhereNoBitmapCouldBeHad) {
+    clText list;
+    list.AddGradient({.area = {0, 0, 0x20000, 0x20000}, .colours = {red, red, red, red}});
+    const Canvas canvas(width, height, paper);
+    {
+        const ImportStub none("CreateCompatibleBitmap", &NoBitmap);
+        Paint(list, canvas);
+        EXPECT_EQ(canvas.Count(red), 0);
+    }
+    Paint(list, canvas);
+    EXPECT_EQ(canvas.Count(red), 100 * 40);
 }
 
 TEST_F(TextPaint, AGradientMayDropItsCache) {

@@ -3,8 +3,11 @@
 #include <cstdint>
 #include <cstring>
 
+#include "toolkit/button.h"
+#include "toolkit/list_view.h"
 #include "toolkit/sub_class_ctrl.h"
 #include "toolkit/tree_view.h"
+#include "toolkit/value_list.h"
 #include "toolkit/window.h"
 
 // The operations stand in their tables in a settled order.
@@ -22,6 +25,8 @@ std::uintptr_t SlotOf(Member member) {
 
 // A virtual destructor takes the first two slots.
 constexpr std::uintptr_t behindDestructor = 2;
+// And the hook of a control the third.
+constexpr std::uintptr_t behindHook = behindDestructor + 1;
 
 TEST(WindowSlots, StandInTheirOrder) {
     const std::uintptr_t slots[] = {
@@ -80,6 +85,51 @@ TEST(TreeViewSlots, StandInTheirOrderWithoutADestructor) {
         SlotOf(&XTreeView::OnTreeContextMenu), SlotOf(&XTreeView::OnTreeSpace),
     };
     std::uintptr_t expected = 0;
+    for (const std::uintptr_t slot : slots)
+        EXPECT_EQ(slot, expected++);
+}
+
+TEST(ListViewSlots, StandInTheirOrder) {
+    const std::uintptr_t slots[] = {
+        SlotOf(&XListView::CanEditCell),        SlotOf(&XListView::OnItemChanged),
+        SlotOf(&XListView::OnRowSelected),      SlotOf(&XListView::OnRowChecked),
+        SlotOf(&XListView::OnLabelEditBegin),   SlotOf(&XListView::OnLabelEditEnd),
+        SlotOf(&XListView::OnCellEdited),       SlotOf(&XListView::OnLabelEditCancelled),
+        SlotOf(&XListView::OnBeginDrag),        SlotOf(&XListView::OnListKey),
+        SlotOf(&XListView::CanEditByKey),       SlotOf(&XListView::CanSelectAll),
+        SlotOf(&XListView::GetInfoTip),         SlotOf(&XListView::OnMarqueeBegin),
+        SlotOf(&XListView::OnColumnClick),      SlotOf(&XListView::OnRowClick),
+        SlotOf(&XListView::OnLeftDown),         SlotOf(&XListView::OnRowDoubleClick),
+        SlotOf(&XListView::OnRowRightClick),    SlotOf(&XListView::OnRowRightDoubleClick),
+        SlotOf(&XListView::OnListContextMenu),  SlotOf(&XListView::OnColumnResized),
+        SlotOf(&XListView::OnColumnsReordered), SlotOf(&XListView::OnDrawRow),
+        SlotOf(&XListView::OnVScroll),
+    };
+    std::uintptr_t expected = behindHook;
+    for (const std::uintptr_t slot : slots)
+        EXPECT_EQ(slot, expected++);
+}
+
+TEST(ValueListSlots, StandInTheirOrder) {
+    const std::uintptr_t slots[] = {
+        SlotOf(&XValueList::OnSelChange),
+        SlotOf(&XValueList::OnValueChanged),
+        SlotOf(&XValueList::OnRowContextMenu),
+        SlotOf(&XValueList::OnRowDoubleClick),
+    };
+    std::uintptr_t expected = behindHook;
+    for (const std::uintptr_t slot : slots)
+        EXPECT_EQ(slot, expected++);
+}
+
+TEST(ButtonSlots, StandInTheirOrder) {
+    const std::uintptr_t slots[] = {
+        SlotOf(&XButton::OnClick),
+        SlotOf(&XButton::OnRepeat),
+        SlotOf(&XButton::OnPressed),
+        SlotOf(&XButton::OnCancelled),
+    };
+    std::uintptr_t expected = behindHook;
     for (const std::uintptr_t slot : slots)
         EXPECT_EQ(slot, expected++);
 }
