@@ -83,8 +83,11 @@ LRESULT frmFilter::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM 
                                std::uint32_t* handled) {
     const LRESULT result = list.Route(window, message, wParam, lParam, handled);
     if (*handled != 0) return result;
-    if (message == WM_COMMAND && LOWORD(wParam) == IDC_EXCLUDE_ALL) SetAll(false);
-    if (message == WM_COMMAND && LOWORD(wParam) == IDC_INCLUDE_ALL) SetAll(true);
+    // The list's own number is drawn by lot, and may be that of a button.
+    if (message == WM_COMMAND && HIWORD(wParam) == BN_CLICKED) {
+        if (LOWORD(wParam) == IDC_EXCLUDE_ALL) SetAll(false);
+        if (LOWORD(wParam) == IDC_INCLUDE_ALL) SetAll(true);
+    }
     return result;
 }
 

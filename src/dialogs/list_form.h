@@ -52,7 +52,6 @@ private:
         frmList& owner;
     };
 
-    void AddNeededColumns();
     void SetUpList();
     void FillList();
     void AddFile(const clString& path);

@@ -147,10 +147,11 @@ void frmList::OnTimer(std::uint32_t, std::int64_t) {
         const clMutexLock lock(SubclassMutex);
         isComplete = fileList.PumpMetaData(&CellTextOfFile);
     }
-    if (isComplete) {
-        UpdateSummary();
-        fileList.SortList();
-    }
+    // The reader ends a little behind its last file, and may then have been pumped
+    // dry already.
+    const bool canCount = !summaryIsSettled && !fileList.Reader().IsReading();
+    if (isComplete || canCount) UpdateSummary();
+    if (isComplete) fileList.SortList();
     handledFlag = 1;
 }
 

@@ -70,6 +70,8 @@ private:
         void OnColumnClick(std::int32_t column) override;
         void OnListContextMenu(std::uint32_t x, std::uint32_t y, HWND list) override;
         void OnDrawRow(const DRAWITEMSTRUCT& item) override;
+        LRESULT WndHook(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                        std::uint32_t* handled) override;
 
     private:
         frmMain& owner;
@@ -214,4 +216,5 @@ private:
     clOpenMaximised openMaximised;
     std::int32_t statusHolds;
     bool statusIsStale;
+    bool noticeIsShown;  // that the reader works, as last painted
 };

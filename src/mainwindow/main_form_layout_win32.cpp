@@ -160,7 +160,8 @@ void frmMain::OnPaint() {
     clFont font;
     font.Create(dc);
     font.DrawString(statusLeft, statusTop, _StatusText);
-    if (fileList.Reader().IsReading()) {
+    noticeIsShown = fileList.Reader().IsReading();
+    if (noticeIsShown) {
         const clString notice(L"Reading Meta Data...");
         font.DrawString(client.cx - font.TextWidth(nullptr, notice) - 16, statusTop, notice);
     }

@@ -53,7 +53,8 @@ frmMain::frmMain()
       _ScreenSize{},
       selection(*this),
       statusHolds(0),
-      statusIsStale(false) {
+      statusIsStale(false),
+      noticeIsShown(false) {
     DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_MAIN), nullptr,
                     &XWindow::DialogProcedure,
                     reinterpret_cast<LPARAM>(static_cast<XWindow*>(this)));

@@ -3,6 +3,7 @@
 #include "foundation/dir_enum.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
+#include "foundation/quiet_drives.h"
 #include "mainwindow/file_cells.h"
 #include "mainwindow/main_form.h"
 
@@ -36,9 +37,8 @@ void frmMain::ListFolderOf(XTreeItem node) {
     {
         // The list's many messages would each take the mutex from the kernel.
         const clMutexLock lock(SubclassMutex);
-        SetErrorMode(SEM_FAILCRITICALERRORS);
+        const QuietDrives quiet;
         AddFolderRows(node);
-        SetErrorMode(0);
     }
     clStringList names;
     names.Split(fileList._ColumnNames);
@@ -81,9 +81,10 @@ void frmMain::OnTimer(std::uint32_t, std::int64_t) {
         const clMutexLock lock(SubclassMutex);
         isComplete = fileList.PumpMetaData(&TagCellText);
     }
-    if (isComplete) {
-        UpdateStatus();
-        fileList.SortList();
-    }
+    // The reader ends a little behind its last file, and may then have been pumped
+    // dry already; of an empty folder nothing is pumped.
+    const bool noticeIsStale = noticeIsShown && !fileList.Reader().IsReading();
+    if (isComplete || noticeIsStale) UpdateStatus();
+    if (isComplete) fileList.SortList();
     handledFlag = 1;
 }

@@ -139,6 +139,16 @@ void frmMain::_ListFilesView::OnRowChecked(std::int32_t row, bool checked) {
     owner.UpdateStatus();
 }
 
+// A press on the check box of a selected row flips the whole selection, row by row.
+LRESULT frmMain::_ListFilesView::WndHook(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
+                                         std::uint32_t* handled) {
+    if (message != WM_LBUTTONDOWN)
+        return XListView::WndHook(window, message, wParam, lParam, handled);
+    const HoldStatus held(owner);
+    const SelectionModel::RowFlips flips(owner.selection);
+    return XListView::WndHook(window, message, wParam, lParam, handled);
+}
+
 void frmMain::_ListFilesView::OnColumnClick(std::int32_t column) {
     owner.fileList.ToggleSort(column);
 }

@@ -2,20 +2,12 @@
 #include "foundation/folders.h"
 #include "foundation/network.h"
 #include "foundation/paths.h"
+#include "foundation/quiet_drives.h"
 #include "mainwindow/folder_names.h"
 #include "mainwindow/main_form.h"
 #include "mainwindow/shell_source.h"
 
 namespace {
-
-// An empty drive must not raise a box of the system while it is looked at.
-class QuietDrives {
-public:
-    QuietDrives() { SetErrorMode(SEM_FAILCRITICALERRORS); }
-    QuietDrives(const QuietDrives&) = delete;
-    QuietDrives& operator=(const QuietDrives&) = delete;
-    ~QuietDrives() { SetErrorMode(0); }
-};
 
 FolderIcons IconsOfNode(const clString& text, const clString& path, bool sharedIcon) {
     if (path.Equals(networkMarker)) return IconsOfNetwork();

@@ -7,7 +7,7 @@
 // dialog loop shows it in its normal size once its queue has first run empty or
 // its first timer has fired. While this watches, that one restoring is refused;
 // it ends with the form's second timer message, so that a user's own restoring is
-// never fought. One at a time; the thread of the dialog.
+// never fought. The last one shown is watched; the thread of the dialogs.
 class clOpenMaximised {
 public:
     clOpenMaximised() = default;
@@ -25,6 +25,7 @@ private:
     void End();
 
     HHOOK hook = nullptr;
+    HWND own = nullptr;
     int timersLeft = 0;
-    static HWND watched;
+    static HWND watched;  // the last one shown
 };

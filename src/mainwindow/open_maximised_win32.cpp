@@ -10,7 +10,7 @@ HWND clOpenMaximised::watched = nullptr;
 
 void clOpenMaximised::Show(HWND dialog) {
     ShowWindow(dialog, SW_MAXIMIZE);
-    watched = dialog;
+    watched = own = dialog;
     timersLeft = watchedTimers;
     hook = SetWindowsHookExW(WH_CBT, &Watch, nullptr, GetCurrentThreadId());
 }
@@ -31,5 +31,6 @@ void clOpenMaximised::End() {
     if (hook == nullptr) return;
     UnhookWindowsHookEx(hook);
     hook = nullptr;
-    watched = nullptr;
+    // A dialog opened meanwhile may be watched instead.
+    if (watched == own) watched = nullptr;
 }

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "foundation/quiet_drives.h"
 #include "selection/folder_walk.h"
 
 // Asks the file system for each folder when it is opened, with one find sequence
@@ -10,10 +11,8 @@
 // its end the process's error mode is 0. User interface thread, one at a time.
 class DiskWalk : public FolderWalk {
 public:
-    DiskWalk();
-    DiskWalk(const DiskWalk&) = delete;
-    DiskWalk& operator=(const DiskWalk&) = delete;
-    ~DiskWalk() override;
-
     std::unique_ptr<FolderEntries> Open(const clString& folder) override;
+
+private:
+    QuietDrives quiet_;
 };

@@ -24,14 +24,6 @@ private:
 
 }  // namespace
 
-DiskWalk::DiskWalk() {
-    SetErrorMode(SEM_FAILCRITICALERRORS);
-}
-
-DiskWalk::~DiskWalk() {
-    SetErrorMode(0);
-}
-
 std::unique_ptr<FolderEntries> DiskWalk::Open(const clString& folder) {
     return std::make_unique<DiskEntries>(folder);
 }

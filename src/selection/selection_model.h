@@ -61,6 +61,20 @@ public:
     void RowTickChanged(std::int32_t row, bool ticked);
     // Removes the path from _FilesIncluded and _FilesExcluded.
     void ForgetFile(const clString& path);
+    // While it lives, flips of rows that the host reports leave the ancestors
+    // stale, and its end brings them up to date once: they depend on the last
+    // flip alone, and each update may look at all siblings up to the root.
+    class RowFlips {
+    public:
+        explicit RowFlips(SelectionModel& model);
+        RowFlips(const RowFlips&) = delete;
+        RowFlips& operator=(const RowFlips&) = delete;
+        ~RowFlips();
+
+    private:
+        SelectionModel& model_;
+    };
+
     // A row's check picture flipped, by the user or by a call.
     void OnRowChecked(std::int32_t row, bool ticked);
     // Acts on every row of the list, then brings the ancestors up to date.
@@ -76,20 +90,6 @@ public:
     void ResetSelections();
 
 private:
-    // While it lives, flips of rows that the host reports leave the ancestors
-    // stale, and its end brings them up to date once: they depend on the last
-    // flip alone, and each update may look at all siblings up to the root.
-    class RowFlips {
-    public:
-        explicit RowFlips(SelectionModel& model);
-        RowFlips(const RowFlips&) = delete;
-        RowFlips& operator=(const RowFlips&) = delete;
-        ~RowFlips();
-
-    private:
-        SelectionModel& model_;
-    };
-
     void StepState(TreeNode node, const clString& path);
     bool HasSelectedChild(TreeNode node) const;
     bool SelectedFolderIsTicked() const;
