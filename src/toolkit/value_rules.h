@@ -67,7 +67,7 @@ void SwitchValue(bool on, std::int32_t row, std::int32_t count, At at);
 clString ValueDisplayText(const clString& value);
 // What stands for a button with that caption on a row that does not have it now.
 clString ValueButtonHint(const clString& caption);
-// What a list box holds for a row; it is searched there by the keys, never shown.
+// What a list box holds for a row; never shown.
 clString ValueBoxString(const clString& name, const clString& value);
 
 // A text with the rest of the item that completes it.
