@@ -13,6 +13,7 @@
 #include "foundation/string.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/text.h"
+#include "tests/support/wine.h"
 
 // The platform's own enumeration runs here, over a provider that serves a text
 // file; support/network_provider/provider.cpp tells the format of its lines.
@@ -21,10 +22,6 @@ namespace {
 constexpr wchar_t orderKey[] = L"System\\CurrentControlSet\\Control\\NetworkProvider\\Order";
 constexpr wchar_t providerKey[] =
     L"System\\CurrentControlSet\\Services\\TestNetwork\\NetworkProvider";
-
-bool RunsUnderWine() {
-    return GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-}
 
 void WriteText(const wchar_t* key, const wchar_t* name, const clString& text) {
     const auto bytes = static_cast<DWORD>((text.Length() + 1) * 2);
