@@ -56,6 +56,14 @@ void MakeParents(const std::wstring& path) {
         CreateDirectoryW((L"\\\\?\\" + path.substr(0, at)).c_str(), nullptr);
 }
 
+// Painting comes behind all input that waits, so a window that has painted has had
+// the clicks before. One that has gone or is hidden has nothing to paint.
+void AwaitInputTaken(HWND window) {
+    const RECT corner = {0, 0, 1, 1};
+    InvalidateRect(window, &corner, FALSE);
+    (void)WaitUntil([window] { return GetUpdateRect(window, nullptr, FALSE) == FALSE; }, 3000);
+}
+
 }  // namespace
 
 void SettlePointer(POINT screen) {
@@ -74,7 +82,9 @@ void SettlePointer(POINT screen) {
 
 void ClickSettled(POINT screen, PointerButton button) {
     SettlePointer(screen);
+    const HWND clicked = GetAncestor(WindowFromPoint(screen), GA_ROOT);
     Click(screen, button);
+    AwaitInputTaken(clicked);
 }
 
 RunningProgram::RunningProgram(std::wstring commandLine, const std::wstring& folder) {

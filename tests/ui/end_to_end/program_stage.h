@@ -16,6 +16,9 @@
 // Moves the pointer there and waits until the display has followed: with two
 // processes its echo of an earlier move may come in between.
 void SettlePointer(POINT screen);
+// Clicks there and waits until the program has taken the click: it asks where the
+// pointer is when it comes to the press, and finds it where the next step put it.
+// Not longer than three seconds: a program that waits for its converter takes none.
 void ClickSettled(POINT screen, PointerButton button = PointerButton::Left);
 
 // The bar's buttons, by their left edges.
