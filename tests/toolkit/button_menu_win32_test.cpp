@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <utility>
+#include <vector>
 
 #include "tests/toolkit/button_form.h"
 #include "tests/ui/keys.h"
+#include "tests/ui/menu_driver.h"
 #include "tests/ui/pointer.h"
 #include "tests/ui/pump.h"
 #include "toolkit/button.h"
@@ -20,53 +22,9 @@ constexpr std::uint16_t menuId = 900;
 constexpr int secondCommand = 902;
 constexpr int readyCommand = 911;
 
-HWND OpenMenu() {
-    HWND const menu = FindWindowW(L"#32768", nullptr);
-    return menu != nullptr && IsWindowVisible(menu) ? menu : nullptr;
-}
-
-// Runs `whenOpen` from within the menu's own loop, once a menu shows; ends the
-// menu if that didn't.
-class MenuDriver {
-public:
-    explicit MenuDriver(std::function<void(HWND)> whenOpen) : action(std::move(whenOpen)) {
-        current = this;
-        timer = SetTimer(nullptr, 0, 20, [](HWND, UINT, UINT_PTR, DWORD) { current->Look(); });
-    }
-    MenuDriver(const MenuDriver&) = delete;
-    MenuDriver& operator=(const MenuDriver&) = delete;
-    ~MenuDriver() {
-        KillTimer(nullptr, timer);
-        current = nullptr;
-    }
-    bool SawMenu() const { return seen > 0; }
-
-private:
-    void Look() {
-        HWND const menu = OpenMenu();
-        if (menu == nullptr) return;
-        if (++seen == 1) action(menu);
-        if (seen > 100) EndMenu();
-    }
-
-    static inline MenuDriver* current = nullptr;
-    std::function<void(HWND)> action;
-    UINT_PTR timer = 0;
-    int seen = 0;
-};
-
-void ChooseSecond(HWND) {
-    HoldKey(VK_DOWN);
-    ReleaseKey(VK_DOWN);
-    HoldKey(VK_DOWN);
-    ReleaseKey(VK_DOWN);
-    HoldKey(VK_RETURN);
-    ReleaseKey(VK_RETURN);
-}
-
-void Escape(HWND) {
-    HoldKey(VK_ESCAPE);
-    ReleaseKey(VK_ESCAPE);
+// What chooses the second item of an open menu, behind `first`.
+std::vector<MenuDriver::Step> ChooseSecondAfter(MenuDriver::Step first) {
+    return {std::move(first), Key(VK_DOWN), Key(VK_DOWN), Key(VK_RETURN)};
 }
 
 void Press(ButtonForm& form, PointerButton button = PointerButton::Left) {
@@ -86,14 +44,13 @@ TEST(ButtonMenu, PressOpensItBelowTheButtonInsteadOfPressing) {
     RECT place = {};
     bool isKeyHeld = false;
     COLORREF look = 0;
-    MenuDriver driver([&](HWND menu) {
+    MenuDriver driver(ChooseSecondAfter([&](HWND menu) {
         GetWindowRect(menu, &place);
         isKeyHeld = form.At(0).IsKeyHeld();
         look = Shown(form.At(0));
-        ChooseSecond(menu);
-    });
+    }));
     Press(form);
-    EXPECT_TRUE(driver.SawMenu());
+    EXPECT_TRUE(driver.IsDone());
     const POINT corner = ScreenPoint(form.At(0).Window(), 0, strip::frameHeight);
     EXPECT_EQ(place.left, corner.x);
     EXPECT_EQ(place.top, corner.y);
@@ -108,9 +65,9 @@ TEST(ButtonMenu, PressOpensItBelowTheButtonInsteadOfPressing) {
 
 TEST(ButtonMenu, RightPressOpensItToo) {
     ButtonForm form({WithMenu(menuId)}, Timer::None);
-    MenuDriver driver(Escape);
+    MenuDriver driver({Key(VK_ESCAPE)});
     Press(form, PointerButton::Right);
-    EXPECT_TRUE(driver.SawMenu());
+    EXPECT_TRUE(driver.IsDone());
     EXPECT_THAT(form.commands, IsEmpty());
     EXPECT_THAT(form.At(0).calls, IsEmpty());
     EXPECT_FALSE(form.At(0).IsRightHeld());
@@ -122,17 +79,16 @@ TEST(ButtonMenu, KeyOpensItAndTheButtonLooksPressedMeanwhile) {
         ButtonForm form({WithMenu(menuId)}, Timer::Running);
         SetFocus(form.At(0).Window());
         std::uint32_t state = 77;
-        MenuDriver driver([&](HWND menu) {
+        MenuDriver driver(ChooseSecondAfter([&](HWND) {
             // The form's timer runs inside the menu's loop.
             (void)PumpUntil([&] { return form.At(0).State() == button_state::pressed; }, 2000);
             state = form.At(0).State();
-            ChooseSecond(menu);
-        });
+        }));
         HoldKey(key);
         PumpMessages();
         ReleaseKey(key);
         PumpMessages();
-        EXPECT_TRUE(driver.SawMenu()) << key;
+        EXPECT_TRUE(driver.IsDone()) << key;
         EXPECT_EQ(state, button_state::pressed) << key;
         EXPECT_THAT(form.commands, ElementsAre(secondCommand)) << key;
         EXPECT_THAT(form.At(0).calls, IsEmpty()) << key;
@@ -146,12 +102,7 @@ TEST(ButtonMenu, ReadyMadeOneGoesBeforeTheResourceAndIsNotDestroyed) {
     AppendMenuW(popup, MF_STRING, readyCommand, L"Ready");
     AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), L"Button");
     ButtonForm form({WithMenu(menuId, menu)}, Timer::None);
-    MenuDriver driver([](HWND) {
-        HoldKey(VK_DOWN);
-        ReleaseKey(VK_DOWN);
-        HoldKey(VK_RETURN);
-        ReleaseKey(VK_RETURN);
-    });
+    MenuDriver driver({Key(VK_DOWN), Key(VK_RETURN)});
     Press(form);
     EXPECT_THAT(form.commands, ElementsAre(readyCommand));
     EXPECT_TRUE(IsMenu(menu));
@@ -161,9 +112,9 @@ TEST(ButtonMenu, ReadyMadeOneGoesBeforeTheResourceAndIsNotDestroyed) {
 TEST(ButtonMenu, DisabledButtonSwallowsThePress) {
     ButtonForm form({WithMenu(menuId)}, Timer::None);
     EnableWindow(form.At(0).Window(), FALSE);
-    MenuDriver driver(Escape);
+    MenuDriver driver({Key(VK_ESCAPE)});
     Press(form);
-    EXPECT_FALSE(driver.SawMenu());
+    EXPECT_FALSE(driver.IsDone());
     EXPECT_THAT(form.At(0).calls, IsEmpty());
     form.PointAt(0);
     form.Route(WM_LBUTTONDOWN);
@@ -173,7 +124,7 @@ TEST(ButtonMenu, DisabledButtonSwallowsThePress) {
 
 TEST(ButtonMenu, MenuThatCannotBeLoadedLetsThePressProceed) {
     ButtonForm form({WithMenu(999)}, Timer::None);
-    MenuDriver driver(Escape);
+    MenuDriver driver({Key(VK_ESCAPE)});
     Press(form);
     EXPECT_THAT(form.At(0).calls, ElementsAre("pressed 0", "click 0"));
     // Another module has no such menu either.
@@ -181,7 +132,7 @@ TEST(ButtonMenu, MenuThatCannotBeLoadedLetsThePressProceed) {
     other.At(0).SetMenuModule(GetModuleHandleW(L"kernel32.dll"));
     Press(other);
     EXPECT_THAT(other.At(0).calls, ElementsAre("pressed 0", "click 0"));
-    EXPECT_FALSE(driver.SawMenu());
+    EXPECT_FALSE(driver.IsDone());
 }
 
 }  // namespace

@@ -33,11 +33,14 @@ MenuDriver::~MenuDriver() {
 
 void MenuDriver::Tick() {
     const HWND menu = OpenMenuWindow();
-    if (menu == nullptr) return;
-    if (next < steps.size())
+    if (menu == nullptr || isInStep) return;
+    if (next < steps.size()) {
+        isInStep = true;
         steps[next++](menu);
-    else if (--ticksLeft == 0)
+        isInStep = false;
+    } else if (--ticksLeft == 0) {
         EndMenu();
+    }
 }
 
 MenuDriver::Step Key(WORD virtualKey) {

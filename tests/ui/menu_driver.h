@@ -28,6 +28,7 @@ private:
 
     std::vector<Step> steps;
     std::size_t next = 0;
+    bool isInStep = false;  // one that dispatches messages is not overtaken
     int ticksLeft = 0;
     UINT_PTR timer = 0;
 };

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "tests/support/allocations.h"
+#include "tests/support/open_handles.h"
 
 namespace {
 
@@ -10,8 +11,6 @@ namespace {
 // Handles of windows, menus, icons and GDI objects are looked up there by their
 // lower 16 bits alone.
 constexpr std::uintptr_t smallHandles = 0x10000;
-constexpr std::uintptr_t kernelHandleLimit = 0x4000;
-constexpr std::uintptr_t kernelHandleStep = 4;
 
 template <class Handle>
 Handle HandleAt(std::uintptr_t value) {
@@ -54,18 +53,6 @@ long CountGdiObjects() {
     return count;
 }
 
-long CountKernelHandles() {
-    DWORD told = 0;
-    if (GetProcessHandleCount(GetCurrentProcess(), &told) && told != 0)
-        return static_cast<long>(told);
-    long count = 0;
-    for (std::uintptr_t i = kernelHandleStep; i < kernelHandleLimit; i += kernelHandleStep) {
-        DWORD flags = 0;
-        if (GetHandleInformation(HandleAt<HANDLE>(i), &flags)) ++count;
-    }
-    return count;
-}
-
 }  // namespace
 
 ResourceCounts CountResources() {
@@ -73,7 +60,7 @@ ResourceCounts CountResources() {
     counts.heapBlocks = static_cast<long>(LiveBlocks());
     counts.userObjects = CountUserObjects();
     counts.gdiObjects = CountGdiObjects();
-    counts.kernelHandles = CountKernelHandles();
+    counts.kernelHandles = OpenHandles();
     return counts;
 }
 
