@@ -90,10 +90,6 @@ private:
     // Runs `Tick`.
     friend class TipWatcher;
 
-    // What HideNow leaves for the next tick, since it must not wait for the mutex.
-    static constexpr std::uint8_t hideRequested = 1;
-    static constexpr std::uint8_t stayAwayRequested = 2;
-
     void TakeDescription(const XToolTipDescription& description);
     void Forget();
     bool IsPointTip() const { return anchorWindow == nullptr && HasPoint(); }
@@ -122,6 +118,7 @@ private:
     std::int32_t minimumWidth = 0;
     std::int32_t minimumHeight = 0;
     TipTiming timing;
-    std::atomic<std::uint8_t> requests{0};
+    // What HideNow leaves for the next tick, since it must not wait for the mutex.
+    std::atomic<bool> hideRequested{false};
     std::atomic<HWND> shownWindow{nullptr};
 };

@@ -27,9 +27,7 @@ private:
 }  // namespace
 
 void XToolTip::Tick(std::uint32_t now, const clPoint& pointer) {
-    const std::uint8_t taken = requests.exchange(0);
-    if ((taken & hideRequested) != 0) timing.hideRequest = true;
-    if ((taken & stayAwayRequested) != 0) timing.done = true;
+    if (hideRequested.exchange(false)) timing.hideRequest = true;
     switch (timing.Step(now, IsInside(pointer), IsShowing())) {
         case TipAction::Show:
             Show();

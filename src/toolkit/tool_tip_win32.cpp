@@ -120,18 +120,17 @@ void XToolTip::TakeDescription(const XToolTipDescription& description) {
     }
 }
 
+// A tip that shows is done for this stay of the pointer already: hidden, it stays
+// away by itself.
 void XToolTip::HideNow() {
     if (!IsShowing()) return;
     if (TipWatcher::IsThisThread()) {
         const clMutexLock lock(TooltipMutex);
         Hide();
-        timing.done = true;
         return;
     }
-    requests |= hideRequested;
-    const bool isGone = Await(longestHideMs, [this] { return ShownWindow() == nullptr; });
-    requests |= stayAwayRequested;
-    if (isGone) return;
+    hideRequested = true;
+    if (Await(longestHideMs, [this] { return ShownWindow() == nullptr; })) return;
     // The watcher is stuck, perhaps with the mutex: nothing here may wait for it.
     ShowWindowAsync(ShownWindow(), SW_HIDE);
     if (!TooltipMutex.TryLock()) return;
@@ -164,5 +163,5 @@ void XToolTip::Forget() {
     rectangleWindow = nullptr;
     point = {};
     timing = {};
-    requests = 0;
+    hideRequested = false;
 }

@@ -88,6 +88,11 @@ void StopTip(std::int64_t tip) {
     reinterpret_cast<XToolTip*>(tip)->Stop();
 }
 
+void HideTip(std::int64_t tip) {
+    reinterpret_cast<XToolTip*>(tip)->HideNow();
+    ++callCount;
+}
+
 // A tip at a fixed point: the pointer may go over it.
 class TipRegion : public testing::Test {
 protected:
@@ -218,6 +223,32 @@ TEST_F(TipRegion, CallbackMayStopTheTip) {
     // The watcher can't end itself: the next stop on this thread does.
     tip.Stop();
     EXPECT_FALSE(TipWatcher::IsRunning());
+}
+
+TEST_F(TipRegion, CallbackMayHideTheTipForThisStay) {
+    auto link = LinkRegion();
+    link->callback = HideTip;
+    link->argument = reinterpret_cast<std::int64_t>(&tip);
+    Show(IconRegion(), std::move(link));
+    Click(ScreenPoint(tip.ShownWindow(), onLink.x, onLink.y));
+    EXPECT_TRUE(WaitUntilGone(tip));
+    EXPECT_TRUE(Called(1));
+    // The pointer is always where a point tip applies, and its delay is over at once.
+    PumpFor(300);
+    EXPECT_FALSE(tip.IsShowing());
+}
+
+// Nothing of what a tip showed before comes back.
+TEST_F(TipRegion, ConfiguredWithNothingIsMarginsAlone) {
+    Show(IconRegion(), LinkRegion());
+    XToolTipDescription nothing;
+    nothing.point = {800, 600};
+    nothing.showTime = tip_timing::forEver;
+    tip.Configure(nothing);
+    ASSERT_TRUE(tip.IsShowing());
+    const RECT shown = TipForm::RectOf(tip.ShownWindow());
+    EXPECT_EQ(shown.right - shown.left, 2);
+    EXPECT_EQ(shown.bottom - shown.top, 4);
 }
 
 TEST_F(TipRegion, TipHoldsItsRegions) {
