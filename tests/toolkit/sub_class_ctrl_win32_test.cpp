@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "foundation/mutex.h"
+#include "tests/support/import_stub.h"
 #include "tests/ui/pump.h"
 #include "tests/ui/resource_counts.h"
 
@@ -137,6 +138,25 @@ TEST(SubClassCtrl, StaysDetachedIfThePlatformRefuses) {
     Probe probe;
     probe.Attach(gone);
     EXPECT_EQ(probe.Control(), nullptr);
+}
+
+using SetLong = LONG_PTR WINAPI(HWND, int, LONG_PTR);
+SetLong* setLong;
+
+LONG_PTR WINAPI RefuseProcedures(HWND window, int index, LONG_PTR value) {
+    return index == GWLP_WNDPROC ? 0 : setLong(window, index, value);
+}
+
+TEST(SubClassCtrl, LeavesNoTraceOnAControlThatIsRefused) {
+    Edit edit;
+    Probe probe;
+    {
+        const ImportStub stub("SetWindowLongPtrW", &RefuseProcedures);
+        setLong = stub.Original<SetLong>();
+        probe.Attach(edit.handle);
+    }
+    EXPECT_EQ(probe.Control(), nullptr);
+    EXPECT_TRUE(edit.IsItself());
 }
 
 TEST(SubClassCtrl, DropsMessagesWithoutAnObject) {
