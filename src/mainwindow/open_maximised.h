@@ -7,7 +7,7 @@
 // dialog loop shows it in its normal size once its queue has first run empty or
 // its first timer has fired. While this watches, that one restoring is refused;
 // it ends with the form's second timer message, so that a user's own restoring is
-// never fought. The last one shown is watched; the thread of the dialogs.
+// never fought. One at a time; the thread of the dialog.
 class clOpenMaximised {
 public:
     clOpenMaximised() = default;
@@ -17,7 +17,9 @@ public:
 
     // Maximises the dialog, within its OnCreate, and begins to watch.
     void Show(HWND dialog);
-    // Each timer message of the form.
+    // Each timer message of the form. Those that come while the dialog is disabled do
+    // not count: the loop of a dialog above it dispatched them, and its own loop may
+    // still have its queue to run empty for the first time.
     void OnTimer();
 
 private:
@@ -25,7 +27,9 @@ private:
     void End();
 
     HHOOK hook = nullptr;
-    HWND own = nullptr;
+    HWND watched = nullptr;
     int timersLeft = 0;
-    static HWND watched;  // the last one shown
+    // The latest of those that watch, and the one before this.
+    static clOpenMaximised* latest;
+    clOpenMaximised* earlier = nullptr;
 };

@@ -1,8 +1,6 @@
 // The filter over the main window.
 #include <gmock/gmock.h>
 
-#include <thread>
-
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/program_stage.h"
 #include "tests/ui/keys.h"
@@ -15,30 +13,6 @@ using Names = std::vector<std::wstring>;
 
 constexpr const wchar_t* dialogTitle = L"Tonequarry: Filter Audio Types";
 constexpr int excludeAllId = 1004;
-
-// Stops the thread of a window, as a busy machine would, and lets it go on by itself.
-class Standstill {
-public:
-    Standstill(HWND window, DWORD milliseconds)
-        : thread(
-              OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
-        EXPECT_NE(SuspendThread(thread), static_cast<DWORD>(-1));
-        end = std::thread([this, milliseconds] {
-            Sleep(milliseconds);
-            ResumeThread(thread);
-        });
-    }
-    Standstill(const Standstill&) = delete;
-    Standstill& operator=(const Standstill&) = delete;
-    ~Standstill() {
-        end.join();
-        CloseHandle(thread);
-    }
-
-private:
-    HANDLE thread;
-    std::thread end;
-};
 
 class FilterTest : public testing::Test {
 protected:

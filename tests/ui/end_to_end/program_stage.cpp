@@ -87,6 +87,22 @@ void ClickSettled(POINT screen, PointerButton button) {
     AwaitInputTaken(clicked);
 }
 
+Standstill::Standstill(HWND window, DWORD milliseconds)
+    : stopped(OpenThread(THREAD_SUSPEND_RESUME, FALSE, GetWindowThreadProcessId(window, nullptr))) {
+    if (SuspendThread(stopped) == static_cast<DWORD>(-1)) {
+        throw std::runtime_error("the thread does not stop");
+    }
+    end = std::thread([this, milliseconds] {
+        Sleep(milliseconds);
+        ResumeThread(stopped);
+    });
+}
+
+Standstill::~Standstill() {
+    end.join();
+    CloseHandle(stopped);
+}
+
 RunningProgram::RunningProgram(std::wstring commandLine, const std::wstring& folder) {
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);

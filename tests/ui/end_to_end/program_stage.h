@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "tests/support/converter_stage.h"
@@ -20,6 +21,20 @@ void SettlePointer(POINT screen);
 // pointer is when it comes to the press, and finds it where the next step put it.
 // Not longer than three seconds: a program that waits for its converter takes none.
 void ClickSettled(POINT screen, PointerButton button = PointerButton::Left);
+
+// Stops the thread of a window, as a busy machine would, and lets it go on by itself.
+class Standstill {
+public:
+    Standstill(HWND window, DWORD milliseconds);
+    Standstill(const Standstill&) = delete;
+    Standstill& operator=(const Standstill&) = delete;
+    // Waits for the end.
+    ~Standstill();
+
+private:
+    HANDLE stopped;
+    std::thread end;
+};
 
 // The bar's buttons, by their left edges.
 enum class BarButton { Convert = 4, List = 52, Refresh = 100, Reset = 148, Filter = 196 };
