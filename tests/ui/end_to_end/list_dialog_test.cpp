@@ -91,6 +91,139 @@ TEST_F(ListDialogTest, RowMenuActsOnEveryRow) {
     }
 }
 
+// How the dialog is left without keeping anything.
+enum class WayOut { Cancel, Escape, CloseBox };
+
+class ListDialogDiscardTest : public ListDialogTest, public testing::WithParamInterface<WayOut> {
+protected:
+    static void Leave(HWND dialog) {
+        switch (GetParam()) {
+            case WayOut::Cancel:
+                return ClickControl(dialog, IDCANCEL);
+            case WayOut::Escape:
+                return PressKey(VK_ESCAPE);
+            case WayOut::CloseBox:
+                return ClickCloseBox(dialog);
+        }
+    }
+};
+
+TEST_P(ListDialogDiscardTest, TicksAndColumnsAreAsBefore) {
+    RunningProgram& program = stage.Start(stage.Music());
+    HWND dialog = Open();
+    Untick(ListOf(dialog), L"a.abc");
+    const int width = ListOf(dialog).ColumnWidth(0);
+    DragEdge(ListOf(dialog), 0, 40);
+    ASSERT_EQ(ListOf(dialog).ColumnWidth(0), width + 40);
+    Leave(dialog);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-Cols"), std::nullopt);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-ColWidths"), std::nullopt);
+    EXPECT_THAT(program.List().Ticks(), ElementsAre(true, true));
+
+    dialog = Open();
+    EXPECT_THAT(ListOf(dialog).Ticks(), ElementsAre(true, true, true));
+    EXPECT_EQ(ListOf(dialog).ColumnWidth(0), width);
+    Leave(dialog);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_EQ(Convert(), ListBytes({Path(L"a.abc"), Path(L"b.abc"), Path(L"inner\\c.abc")}));
+    EXPECT_EQ(stage.Close(), 0u);
+}
+
+std::string NameOfWay(const testing::TestParamInfo<WayOut>& way) {
+    switch (way.param) {
+        case WayOut::Cancel:
+            return "ByCancel";
+        case WayOut::Escape:
+            return "ByEscape";
+        case WayOut::CloseBox:
+            return "ByTheCloseBox";
+    }
+    return {};
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryWayOut, ListDialogDiscardTest,
+                         testing::Values(WayOut::Cancel, WayOut::Escape, WayOut::CloseBox),
+                         NameOfWay);
+
+TEST_F(ListDialogTest, OkAndConvertKeepColumnsAndWidths) {
+    stage.SetText(L"zKR-FileSelector-List-Cols", L"Name\rArtist\rFolder");
+    stage.SetText(L"zKR-FileSelector-List-ColWidths", L"120\r80\r200");
+    RunningProgram& program = stage.Start(stage.Music());
+    HWND dialog = Open();
+    EXPECT_THAT(ListOf(dialog).Titles(), ElementsAre(L"Name", L"Artist", L"Folder"));
+    DragEdge(ListOf(dialog), 1, 33);
+    ClickControl(dialog, IDOK);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-Cols"), L"Name\rArtist\rFolder");
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-ColWidths"), L"120\r113\r200");
+
+    dialog = Open();
+    EXPECT_EQ(ListOf(dialog).ColumnWidth(1), 113);
+    DragEdge(ListOf(dialog), 0, -20);
+    ClickControl(dialog, convertId);
+    ASSERT_TRUE(converter.WaitFor(L"signalled"));
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-ColWidths"), L"100\r113\r200");
+    EXPECT_TRUE(WaitUntil([&] { return IsWindowVisible(program.Form()) != FALSE; }));
+    EXPECT_EQ(program.Close(), 0u);
+    // The main window has columns of its own.
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols").value_or(L"").find(L"Folder"),
+              std::wstring::npos);
+}
+
+TEST_F(ListDialogTest, ColumnWithoutASavedWidthHasTheOneOfItsName) {
+    stage.SetText(L"zKR-FileSelector-List-Cols", L"Name\rSize\rArtist");
+    stage.SetText(L"zKR-FileSelector-List-ColWidths", L"90\r0");
+    stage.Start(stage.Music());
+    const RemoteList list = ListOf(Open());
+    EXPECT_THAT(list.Titles(), ElementsAre(L"Name", L"Size", L"Artist", L"Folder"));
+    EXPECT_EQ(list.ColumnWidth(0), 90);
+    EXPECT_EQ(list.ColumnWidth(1), 75);
+    EXPECT_EQ(list.ColumnWidth(2), 150);
+    EXPECT_EQ(list.ColumnWidth(3), 250);
+}
+
+TEST_F(ListDialogTest, NeededColumnsAreLookedForAsPiecesOfText) {
+    stage.SetText(L"zKR-FileSelector-List-Cols", L"Artist\rName of the Folder");
+    stage.Start(stage.Music());
+    const RemoteList list = ListOf(OpenUnread());
+    EXPECT_THAT(list.Titles(), ElementsAre(L"Artist", L"Name of the Folder"));
+}
+
+TEST_F(ListDialogTest, NeededColumnsAreLookedForWithTheirCase) {
+    stage.SetText(L"zKR-FileSelector-List-Cols", L"name\rfolder");
+    stage.Start(stage.Music());
+    const RemoteList list = ListOf(OpenUnread());
+    EXPECT_THAT(list.Titles(), ElementsAre(L"name", L"folder", L"Folder", L"Name"));
+}
+
+TEST_F(ListDialogTest, FileTickedAgainStaysIn) {
+    stage.Start(stage.Music());
+    const HWND dialog = Open();
+    const RemoteList list = ListOf(dialog);
+    Untick(list, L"b.abc");
+    ClickSettled(list.TickPoint(list.RowOf(L"b.abc")));
+    ASSERT_TRUE(WaitUntil([&] { return list.Ticks() == std::vector<bool>(3, true); }));
+    ClickControl(dialog, IDOK);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_EQ(Convert(), ListBytes({Path(L"a.abc"), Path(L"b.abc"), Path(L"inner\\c.abc")}));
+}
+
+TEST_F(ListDialogTest, ConvertWithNothingTickedIsRefused) {
+    RunningProgram& program = stage.Start(stage.Music());
+    const HWND dialog = Open();
+    ChooseFromRowMenu(ListOf(dialog), 2);
+    ASSERT_TRUE(WaitUntil([&] { return ListOf(dialog).Ticks() == std::vector<bool>(3, false); }));
+    EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDOK)));
+    ClickControl(dialog, convertId);
+    EXPECT_THAT(program.AnswerBox(IDOK),
+                testing::HasSubstr(L"No audio files selected for conversion"));
+    EXPECT_EQ(converter.CommandLine(), L"");
+    EXPECT_TRUE(WaitUntil([&] {
+        return program.List().Ticks() == std::vector<bool>{false, false};
+    }));
+}
+
 // The dialog loop of some platforms shows the main window in its normal size once
 // its queue first runs empty, which may be long behind the first press.
 TEST_F(ListDialogTest, MainWindowStaysMaximisedBehindAnEarlyDialog) {
