@@ -15,6 +15,7 @@ struct clGdiTraits {
 using clBrushHandle = clHandle<clGdiTraits<HBRUSH>>;
 using clPenHandle = clHandle<clGdiTraits<HPEN>>;
 using clBitmapHandle = clHandle<clGdiTraits<HBITMAP>>;
+using clRegionHandle = clHandle<clGdiTraits<HRGN>>;
 
 struct clIconTraits {
     using Raw = HICON;

@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include <cstdint>
+#include <vector>
 
 #include "foundation/arrays.h"
 #include "foundation/string.h"
@@ -154,12 +155,32 @@ public:
     // order. One batch; holds the subclass mutex. Rows are told apart by their
     // data: if two share it nothing is sorted, and the result is false.
     bool SortRows(PFNLVCOMPARE compare, LPARAM context);
+    // The same for who knows each row's data already, in display order: `rowData`
+    // comes back in the new one.
+    bool SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::int64_t>& rowData);
 
     // Until `EndBatch` nothing is redrawn, and changes of rows are not told. The
     // two do not nest.
     void BeginBatch();
     // Redraws the whole list.
     void EndBatch();
+
+    // Writes many cells. The control would work out for each one what of the
+    // window it lies in; here each row that is in view is marked once, at the end.
+    // No batch: nothing else is redrawn, and changes of rows are told.
+    class CellWriter {
+    public:
+        explicit CellWriter(XListView& list) : view(list) {}
+        CellWriter(const CellWriter&) = delete;
+        CellWriter& operator=(const CellWriter&) = delete;
+        ~CellWriter();
+
+        void SetCell(const clString& text, std::int32_t row, std::int32_t column);
+
+    private:
+        XListView& view;
+        std::vector<std::int32_t> rows;  // written ones; a row's cells come together
+    };
 
     // The in-place editor: an edit field over one cell.
     class clValueControl : public XSubClassCtrl {

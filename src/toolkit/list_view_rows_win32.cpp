@@ -1,3 +1,4 @@
+#include "toolkit/gdi_handle.h"
 #include "toolkit/list_view.h"
 
 namespace {
@@ -122,6 +123,30 @@ LVHITTESTINFO XListView::HitTest(const POINT& point) const {
 
 std::int32_t XListView::RowUnderPointer() const {
     return HitTest(PointerInList()).iItem;
+}
+
+void XListView::CellWriter::SetCell(const clString& text, std::int32_t row, std::int32_t column) {
+    if (rows.empty()) view.Ask(WM_SETREDRAW, FALSE);
+    if (rows.empty() || rows.back() != row) rows.push_back(row);
+    view.SetCell(text, row, column);
+}
+
+// Where redraw comes back some versions of the control mark what has changed, and
+// others all of it, which would flicker. So what was marked before is put back, and
+// the written rows are added.
+XListView::CellWriter::~CellWriter() {
+    if (rows.empty() || view.listWindow == nullptr) return;
+    const clRegionHandle marked(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(view.listWindow, marked.Get(), FALSE);
+    view.Ask(WM_SETREDRAW, TRUE);
+    ValidateRect(view.listWindow, nullptr);
+    InvalidateRgn(view.listWindow, marked.Get(), TRUE);
+    const auto first = static_cast<std::int32_t>(view.Ask(LVM_GETTOPINDEX));
+    // The last one may be in view by a part.
+    const auto last = first + static_cast<std::int32_t>(view.Ask(LVM_GETCOUNTPERPAGE));
+    for (const std::int32_t row : rows) {
+        if (row >= first && row <= last) view.Ask(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+    }
 }
 
 void XListView::BeginBatch() {

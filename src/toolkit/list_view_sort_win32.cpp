@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <type_traits>
 #include <vector>
 
@@ -21,20 +22,28 @@ int CALLBACK CompareRanks(LPARAM first, LPARAM second, LPARAM context) {
 // answers in the old order: the result is no order at all. So the rows are
 // ordered here, and the control's plain sort only carries the result out.
 bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context) {
+    const clMutexLock lock(SubclassMutex);
+    const std::int32_t count = RowCount();
+    std::vector<std::int64_t> rowData;
+    rowData.reserve(static_cast<std::size_t>(count));
+    for (std::int32_t row = 0; row < count; ++row)
+        rowData.push_back(RowData(row));
+    return SortRows(compare, context, rowData);
+}
+
+bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::int64_t>& rowData) {
     // Without it every cell that the comparator reads would enter the kernel.
     const clMutexLock lock(SubclassMutex);
     BeginBatch();
-    const std::int32_t count = RowCount();
-    const std::vector<std::int32_t> ranks = StableRanks(count, compare, context);
-    std::vector<std::int64_t> parameters;
-    parameters.reserve(ranks.size());
-    for (std::int32_t row = 0; row < count; ++row)
-        parameters.push_back(RowData(row));
-
-    const clRanksByParameter byParameter(parameters, ranks);
-    if (byParameter.AllDiffer()) {
+    const std::vector<std::int32_t> ranks =
+        StableRanks(static_cast<std::int32_t>(rowData.size()), compare, context);
+    const clRanksByParameter byParameter(rowData, ranks);
+    if (byParameter.AllDiffer() && !std::ranges::is_sorted(ranks)) {
         Ask(LVM_SORTITEMS, reinterpret_cast<WPARAM>(&byParameter),
             reinterpret_cast<LPARAM>(&CompareRanks));
+        const std::vector<std::int64_t> before(rowData);
+        for (std::size_t row = 0; row < before.size(); ++row)
+            rowData[static_cast<std::size_t>(ranks[row])] = before[row];
     }
     EndBatch();
     return byParameter.AllDiffer();

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/support/text.h"
@@ -331,6 +332,18 @@ TEST(ListSort, SortsTheSortedRowsAnew) {
     }
 }
 
+TEST(ListSort, BringsTheKnownDataIntoTheNewOrder) {
+    ListForm form;
+    form.Fill(6);
+    std::vector<std::int64_t> known = Data(form);
+    for (const std::vector<int>& numbers :
+         {std::vector<int>{3, 1, 3, 0, 2, 1}, {1, 2, 3, 4, 5, 6}, {6, 5, 4, 3, 2, 1}}) {
+        EXPECT_TRUE(form.list.SortRows(&CompareNumbers, reinterpret_cast<LPARAM>(&numbers), known));
+        EXPECT_EQ(known, Data(form));
+    }
+    EXPECT_THAT(known, ElementsAre(2, 0, 4, 5, 1, 3));
+}
+
 int CALLBACK NotifyAndCompare(LPARAM, LPARAM, LPARAM context) {
     NMLISTVIEW change = {};
     change.uChanged = LVIF_STATE;
@@ -357,6 +370,54 @@ TEST(ListSort, LeavesRowsThatShareTheirDataAlone) {
     const std::vector<int> numbers = {3, 2, 1};
     EXPECT_FALSE(form.list.SortRows(&CompareNumbers, reinterpret_cast<LPARAM>(&numbers)));
     EXPECT_THAT(Data(form), ElementsAre(4, 3, 4));
+}
+
+RECT BoundsOf(const ListForm& form, std::int32_t row) {
+    RECT bounds = {};
+    bounds.left = LVIR_BOUNDS;
+    form.Ask(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+    return bounds;
+}
+
+// Top and bottom of what is to be painted.
+std::pair<LONG, LONG> Marked(const ListForm& form) {
+    RECT marked = {};
+    GetUpdateRect(form.Control(), &marked, FALSE);
+    return {marked.top, marked.bottom};
+}
+
+TEST(ListCellWriter, MarksTheWrittenRowsInViewAlone) {
+    ListForm form;
+    form.Fill(300);
+    ValidateRect(form.Control(), nullptr);
+    {
+        XListView::CellWriter cells(form.list);
+        cells.SetCell(L"seen", 1, 1);
+        cells.SetCell(L"seen too", 1, 2);
+        cells.SetCell(L"unseen", 250, 1);
+    }
+    EXPECT_EQ(Utf8(form.list.CellText(1, 1)), "seen");
+    EXPECT_EQ(Utf8(form.list.CellText(1, 2)), "seen too");
+    EXPECT_EQ(Utf8(form.list.CellText(250, 1)), "unseen");
+    EXPECT_EQ(Marked(form), std::pair(BoundsOf(form, 1).top, BoundsOf(form, 1).bottom));
+}
+
+TEST(ListCellWriter, KeepsWhatWasMarkedBefore) {
+    ListForm form;
+    form.Fill(300);
+    ValidateRect(form.Control(), nullptr);
+    const RECT before = BoundsOf(form, 0);
+    InvalidateRect(form.Control(), &before, TRUE);
+    { XListView::CellWriter(form.list).SetCell(L"seen", 2, 1); }
+    EXPECT_EQ(Marked(form), std::pair(before.top, BoundsOf(form, 2).bottom));
+}
+
+TEST(ListCellWriter, WithoutACellMarksNothing) {
+    ListForm form;
+    form.Fill(3);
+    ValidateRect(form.Control(), nullptr);
+    { const XListView::CellWriter cells(form.list); }
+    EXPECT_FALSE(GetUpdateRect(form.Control(), nullptr, FALSE));
 }
 
 }  // namespace
