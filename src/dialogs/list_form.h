@@ -54,7 +54,7 @@ private:
 
     void SetUpList();
     void FillList();
-    void AddFile(const clString& path);
+    void AddFile(const clString& path, const clStringList& titles);
     void UpdateSummary();
     void CountSummary();
     void RefillQueue();

@@ -81,8 +81,9 @@ void frmList::FillList() {
     {
         // The list's many messages would each take the mutex from the kernel.
         const clMutexLock lock(SubclassMutex);
+        const clStringList titles = fileList.ColumnTitles();
         for (std::int64_t i = 0; i < _Files.Count(); ++i)
-            AddFile(*_Files.At(i));
+            AddFile(*_Files.At(i), titles);
     }
     fileList.SetColumnSortImage(fileList.ColumnTitled(L"Name"), 0);
     fileList.SortList();
@@ -93,14 +94,15 @@ void frmList::FillList() {
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
 }
 
-void frmList::AddFile(const clString& path) {
+void frmList::AddFile(const clString& path, const clStringList& titles) {
     auto record = std::make_unique<FileRow>();
     record->path.Assign(path);
     record->typeName.Assign(FileTypeName(path));
     const clString typeName(record->typeName);
-    const std::int32_t row = fileList.AddRow(std::move(record), true);
-    for (std::int32_t column = 0; column < _ListFiles.ColumnCount(); ++column) {
-        const clString title = _ListFiles.ColumnTitle(column);
+    const std::int32_t row = fileList.AddRow(std::move(record), titles.Count());
+    fileList.SetTicked(row, true);
+    for (std::int32_t column = 0; column < titles.Count(); ++column) {
+        const clString& title = *titles.At(column);
         if (title.Equals(L"Name")) _ListFiles.SetCell(FileNameOf(path), row, column);
         if (title.Equals(L"Folder")) _ListFiles.SetCell(DirectoryOf(path), row, column);
         if (title.Equals(L"Type")) _ListFiles.SetCell(typeName, row, column);

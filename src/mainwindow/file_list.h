@@ -8,6 +8,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include "decoders/file_row.h"
 #include "decoders/list_rows.h"
@@ -45,12 +47,10 @@ public:
     ~clFileList() override;
 
     std::int32_t Count() const override { return view.RowCount(); }
-    std::int64_t ParamAt(std::int32_t displayRow) const override {
-        return view.RowData(displayRow);
-    }
+    std::int64_t ParamAt(std::int32_t displayRow) const override;
     FileRow* RowOf(std::int64_t param) const override { return rows.At(param); }
     // The record of a display row; null if there is none.
-    FileRow* RowAt(std::int32_t displayRow) const { return rows.At(view.RowData(displayRow)); }
+    FileRow* RowAt(std::int32_t displayRow) const { return rows.At(ParamAt(displayRow)); }
 
     // Gives the list the system's pictures, `extendedStyle` (LVS_EX_*) and the two
     // arrows of its header. Once, when the control is known.
@@ -60,9 +60,9 @@ public:
 
     // Stops the reader and waits for the file that it is at, then destroys all rows.
     void Clear();
-    // Appends a row with the picture of its type and empty cells; returns its
-    // display index. The record is owned here.
-    std::int32_t AddRow(std::unique_ptr<FileRow> record, bool ticked);
+    // Appends a row with the picture of its type, `columns` empty cells and no tick
+    // box; returns its display index. The record is owned here.
+    std::int32_t AddRow(std::unique_ptr<FileRow> record, std::int64_t columns);
     bool IsTicked(std::int32_t displayRow) const;
     void SetTicked(std::int32_t displayRow, bool ticked);
 
@@ -80,6 +80,8 @@ public:
     void SetColumnSortImage(std::int32_t column, std::int32_t image);
     // Titles and widths as they stand from left to right.
     SavedColumns DisplayedColumns() const;
+    // In the order of the columns' numbers.
+    clStringList ColumnTitles() const;
     // The column with exactly this title, or -1.
     std::int32_t ColumnTitled(const clString& title) const;
     // Paints the whole list anew.
@@ -101,7 +103,7 @@ public:
     clMetaDataSource& Reader() { return reader; }
     const clMetaDataSource& Reader() const { return reader; }
     // Reads all rows anew, in display order.
-    void RefillMetaDataQueue() { reader.Refill(*this); }
+    void RefillMetaDataQueue();
     // What a cell of a finished file shows: the text for that column's name.
     using CellTextOf =
         std::function<clString(const MetaDataItem& item, const clString& columnName)>;
@@ -112,11 +114,16 @@ public:
     clString _ColumnNames;  // in display order, one CR between two
 
 private:
-    clStringList ColumnTitles() const;
+    int PictureOf(const clString& path);
     SortContext CurrentOrder();
 
     XListView& view;
     clOwnedList<FileRow> rows;
+    // Each display row's item parameter, which nobody but this class changes: the
+    // control is not asked for it.
+    std::vector<std::int64_t> paramsInOrder;
+    clStringList pictureTypes;  // extensions whose pictures are known by now
+    std::vector<int> pictures;  // one for each of them
     HIMAGELIST headerImages = nullptr;
     DisplayRowIndex displayRows;
     clMetaDataSource reader;

@@ -1,3 +1,4 @@
+#include "foundation/mutex.h"
 #include "mainwindow/file_list.h"
 #include "mainwindow/sort_keys.h"
 
@@ -18,7 +19,7 @@ int CALLBACK CompareKeys(LPARAM first, LPARAM second, LPARAM context) {
     return order.ascending ? result : -result;
 }
 
-// The keys of some display rows, in the order of the rows.
+// The key of a display row, behind those of the rows before it.
 void AddKey(SortKeys& keys, SortValue value, const SortContext& order, std::int32_t displayRow) {
     const FileRow* row = order.rows->RowOf(order.list->RowData(displayRow));
     keys.Add(row, IsTextValue(value) ? order.list->CellText(displayRow, order.column) : clString());
@@ -63,11 +64,14 @@ SortContext clFileList::CurrentOrder() {
 // Each comparison of CompareRows asks the control for two cells. Asked once for
 // each row, the control's answers are not what the time of a sort goes into.
 void clFileList::SortList() {
+    // Without it each of the list's many messages would enter the kernel.
+    const clMutexLock lock(SubclassMutex);
     const SortContext order = CurrentOrder();
     const SortValue value = SortValueOf(order.columnName);
     SortKeys keys(value);
-    for (std::int32_t row = 0; row < view.RowCount(); ++row)
-        AddKey(keys, value, order, row);
+    const std::int32_t count = view.RowCount();
+    for (std::int32_t row = 0; row < count; ++row)
+        keys.Add(RowAt(row), IsTextValue(value) ? view.CellText(row, order.column) : clString());
     const KeyedOrder keyed{keys, order.ascending};
-    view.SortRows(&CompareKeys, reinterpret_cast<LPARAM>(&keyed));
+    view.SortRows(&CompareKeys, reinterpret_cast<LPARAM>(&keyed), paramsInOrder);
 }

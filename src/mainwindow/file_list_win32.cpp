@@ -3,6 +3,8 @@
 
 #include "decoders/meta_data_cells.h"
 #include "foundation/folders.h"
+#include "foundation/mutex.h"
+#include "foundation/paths.h"
 #include "mainwindow/file_list.h"
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
@@ -47,17 +49,38 @@ void clFileList::Clear() {
     reader.StopReader();
     reader.ForgetRows();
     rows.Clear();
+    paramsInOrder.clear();
+    pictureTypes.Clear();
+    pictures.clear();
     SendMessageW(view.ListWindow(), LVM_DELETEALLITEMS, 0, 0);
 }
 
-std::int32_t clFileList::AddRow(std::unique_ptr<FileRow> record, bool ticked) {
+std::int64_t clFileList::ParamAt(std::int32_t displayRow) const {
+    if (displayRow < 0 || displayRow >= static_cast<std::int32_t>(paramsInOrder.size())) return 0;
+    return paramsInOrder[static_cast<std::size_t>(displayRow)];
+}
+
+std::int32_t clFileList::AddRow(std::unique_ptr<FileRow> record, std::int64_t columns) {
     const FileRow* row = rows.Add(std::move(record));
-    const int picture = ShellIconIndex(row->path, 0);
-    const std::int32_t displayRow = view.InsertRow(-1, 0, picture, rows.Count() - 1);
-    for (std::int32_t column = 1; column < view.ColumnCount(); ++column)
+    const std::int64_t param = rows.Count() - 1;
+    const std::int32_t displayRow = view.InsertRow(-1, 0, PictureOf(row->path), param);
+    if (displayRow < 0) return displayRow;
+    paramsInOrder.push_back(param);
+    for (std::int32_t column = 1; column < columns; ++column)
         view.InsertRow(displayRow, column, -1, 0);
-    SetTicked(displayRow, ticked);
     return displayRow;
+}
+
+// The name alone decides, and of the name only the extension: the shell is asked
+// once for each, which takes longer than all the rest of a row. Forgotten with the
+// rows, so that a new listing shows what has changed.
+int clFileList::PictureOf(const clString& path) {
+    const clString type = ExtensionOf(path);
+    const std::int64_t known = pictureTypes.IndexOf(type, true);
+    if (known >= 0) return pictures[static_cast<std::size_t>(known)];
+    pictureTypes.Add(type);
+    pictures.push_back(ShellIconIndex(path, 0));
+    return pictures.back();
 }
 
 bool clFileList::IsTicked(std::int32_t displayRow) const {
@@ -128,8 +151,17 @@ void clFileList::Repaint() {
     view.EndBatch();
 }
 
+void clFileList::RefillMetaDataQueue() {
+    // Waits for its file, which the mutex must not be held for.
+    reader.StopReader();
+    // Without it each of the list's many messages would enter the kernel.
+    const clMutexLock lock(SubclassMutex);
+    reader.Refill(*this);
+}
+
 bool clFileList::PumpMetaData(const CellTextOf& textOf) {
     const clStringList titles = ColumnTitles();
+    XListView::CellWriter cells(view);
     displayRows.BeginPass();
     return reader.TakeFinished([&](const MetaDataItem& item) {
         const std::int32_t displayRow = displayRows.Find(*this, item.rowIndex);
@@ -137,7 +169,7 @@ bool clFileList::PumpMetaData(const CellTextOf& textOf) {
         WriteCells(
             item.tags, titles, [&](const clString& name) { return textOf(item, name); },
             [&](std::int64_t column, const clString& text) {
-                view.SetCell(text, displayRow, static_cast<std::int32_t>(column));
+                cells.SetCell(text, displayRow, static_cast<std::int32_t>(column));
             });
     });
 }

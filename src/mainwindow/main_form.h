@@ -156,7 +156,8 @@ private:
     // Listing.
     void ListFolderOf(XTreeItem node);
     void AddFolderRows(XTreeItem node);
-    void FillRowCells(std::int32_t displayRow);
+    // `titles`: of all columns, so that not every row asks for them.
+    void FillRowCells(std::int32_t displayRow, const clStringList& titles);
     void ListSelectedFolder();
     void ShowRowMenu();
 

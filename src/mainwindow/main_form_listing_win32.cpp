@@ -52,20 +52,21 @@ void frmMain::ListFolderOf(XTreeItem node) {
 
 void frmMain::AddFolderRows(XTreeItem node) {
     clDirEnum entries(L"*.*", PathOfItem(node));
+    const clStringList titles = fileList.ColumnTitles();
     while (entries.Next()) {
         if ((entries.record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
         if (!audioFilter.IsWantedAudioFile(entries.path)) continue;
-        const std::int32_t row = fileList.AddRow(RecordOf(entries), false);
+        const std::int32_t row = fileList.AddRow(RecordOf(entries), titles.Count());
         fileList.SetTicked(row, selection.RowTicked(row));
-        FillRowCells(row);
+        FillRowCells(row, titles);
     }
 }
 
-void frmMain::FillRowCells(std::int32_t displayRow) {
+void frmMain::FillRowCells(std::int32_t displayRow, const clStringList& titles) {
     const FileRow* record = fileList.RowAt(displayRow);
     if (record == nullptr) return;
-    for (std::int32_t column = 0; column < _ListFiles.ColumnCount(); ++column) {
-        const clString text = DirectoryCellText(*record, _ListFiles.ColumnTitle(column));
+    for (std::int32_t column = 0; column < titles.Count(); ++column) {
+        const clString text = DirectoryCellText(*record, *titles.At(column));
         if (!text.IsEmpty()) _ListFiles.SetCell(text, displayRow, column);
     }
 }

@@ -195,8 +195,13 @@ void frmMain::ShowRowMenu() {
 }
 
 void frmMain::FillNewColumn() {
-    for (std::int32_t row = 0; row < fileList.Count(); ++row)
-        FillRowCells(row);
+    {
+        // The list's many messages would each take the mutex from the kernel.
+        const clMutexLock lock(SubclassMutex);
+        const clStringList titles = fileList.ColumnTitles();
+        for (std::int32_t row = 0; row < fileList.Count(); ++row)
+            FillRowCells(row, titles);
+    }
     ListSelectedFolder();
 }
 
