@@ -7,7 +7,7 @@
 // dialog loop shows it in its normal size once its queue has first run empty or
 // its first timer has fired. While this watches, that one restoring is refused;
 // it ends with the form's second timer message, so that a user's own restoring is
-// never fought. One at a time; the thread of the dialog.
+// never fought. Several may watch at once; the thread of the dialogs.
 class clOpenMaximised {
 public:
     clOpenMaximised() = default;
