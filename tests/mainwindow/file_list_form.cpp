@@ -31,7 +31,8 @@ FileRow& FileListForm::AddRow(const wchar_t* path, const std::vector<const wchar
     auto record = std::make_unique<FileRow>();
     FileRow& row = *record;
     row.path.Assign(path);
-    const std::int32_t place = files.AddRow(std::move(record), ticked);
+    const std::int32_t place = files.AddRow(std::move(record), view.ColumnCount());
+    files.SetTicked(place, ticked);
     std::int32_t column = 0;
     for (const wchar_t* text : cells)
         view.SetCell(text, place, column++);
