@@ -58,6 +58,7 @@ private:
         void OnItemExpanding(std::uint32_t action, XTreeItem item, std::uint8_t* cancel) override;
         void OnSelChanged(XTreeItem newItem, XTreeItem oldItem, std::uint32_t action) override;
         void OnTreeClick(std::uint8_t* result) override;
+        void OnTreeDoubleClick(std::uint8_t* result) override;
         void OnTreeSpace() override;
 
     private:
@@ -146,6 +147,8 @@ private:
     void SelectItem(XTreeItem node);
     // Steps the node's state as a click on its picture does.
     void ToggleNode(XTreeItem node);
+    // Does what a Space pressed before has left to be done.
+    void FinishSpace() const;
     void RepairSpace(HTREEITEM item, std::int32_t state);
 
     // Start folder.

@@ -88,8 +88,15 @@ void frmMain::_TreeDriveView::OnTreeClick(std::uint8_t* result) {
     const XTreeItem node = owner.ItemUnderPointer(&flags);
     if (node.IsValid()) owner.SelectItem(node);
     if (flags != TVHT_ONITEMSTATEICON) return;
+    owner.FinishSpace();
     if (node.IsValid()) owner.ToggleNode(node);
     *result = 1;
+}
+
+// The second of two fast clicks is a step like the first. The control itself would
+// step the picture alone, and show what is not selected.
+void frmMain::_TreeDriveView::OnTreeDoubleClick(std::uint8_t* result) {
+    OnTreeClick(result);
 }
 
 // Windows' tree steps the state by one after the handler, which the state left
@@ -97,6 +104,7 @@ void frmMain::_TreeDriveView::OnTreeClick(std::uint8_t* result) {
 // form posts to itself sets what has to stand, before anything is painted, and on
 // Windows it finds nothing to do.
 void frmMain::_TreeDriveView::OnTreeSpace() {
+    owner.FinishSpace();
     const HoldStatus held(owner);
     const XTreeItem node = owner.SelectedItem();
     const std::int32_t state = owner.selection.ToggleBySpace();
@@ -108,6 +116,13 @@ void frmMain::_TreeDriveView::OnTreeSpace() {
 void frmMain::ToggleNode(XTreeItem node) {
     const HoldStatus held(*this);
     selection.ToggleFolder(reinterpret_cast<TreeNode>(node.item));
+}
+
+// A key that waited in the queue already would step on from the state in between.
+void frmMain::FinishSpace() const {
+    MSG repair = {};
+    while (PeekMessageW(&repair, XWindow::Window(), RepairMessage(), RepairMessage(), PM_REMOVE))
+        DispatchMessageW(&repair);
 }
 
 void frmMain::RepairSpace(HTREEITEM item, std::int32_t state) {

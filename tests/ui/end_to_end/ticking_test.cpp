@@ -85,6 +85,32 @@ TEST_F(TickingTest, SpaceGoesThroughTheSameStates) {
     }
 }
 
+TEST_F(TickingTest, SpacesThatWaitInTheQueueEachMakeAStep) {
+    OpenMusic();
+    const RemoteTree tree = stage.Program().Tree();
+    for (const int state : {5, 4, 1}) {
+        for (int i = 0; i < 5; ++i)
+            PostMessageW(tree.Window(), WM_KEYDOWN, VK_SPACE, 1);
+        EXPECT_TRUE(Reaches(music, state)) << tree.State(music);
+        EXPECT_TRUE(Stays(music, state)) << tree.State(music);
+        EXPECT_TRUE(TicksBecome(std::vector<bool>(3, state != 1)));
+    }
+}
+
+TEST_F(TickingTest, FastSecondClickOnThePictureIsAStepOfItsOwn) {
+    OpenMusic();
+    const RemoteTree tree = stage.Program().Tree();
+    const POINT picture = tree.PicturePoint(music);
+    for (const int state : {5, 4, 1}) {
+        SettlePointer(picture);
+        DoubleClick(picture);
+        EXPECT_TRUE(Reaches(music, state)) << tree.State(music);
+        EXPECT_TRUE(Stays(music, state)) << tree.State(music);
+        EXPECT_EQ(tree.State(inner), state == 4 ? 4 : 1);
+        EXPECT_TRUE(TicksBecome(std::vector<bool>(3, state != 1)));
+    }
+}
+
 TEST_F(TickingTest, FolderUnderATickedOneBeginsTicked) {
     OpenMusic();
     const RemoteTree tree = stage.Program().Tree();
