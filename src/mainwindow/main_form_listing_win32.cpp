@@ -51,7 +51,10 @@ void frmMain::ListFolderOf(XTreeItem node) {
 }
 
 void frmMain::AddFolderRows(XTreeItem node) {
-    clDirEnum entries(L"*.*", PathOfItem(node));
+    const clString folder = PathOfItem(node);
+    // Without a folder it would be the drive's root that is searched.
+    if (folder.IsEmpty()) return;
+    clDirEnum entries(L"*.*", folder);
     const clStringList titles = fileList.ColumnTitles();
     while (entries.Next()) {
         if ((entries.record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;

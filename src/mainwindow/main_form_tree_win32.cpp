@@ -49,8 +49,9 @@ void frmMain::SelectItem(XTreeItem node) {
     SendMessageW(node.tree, TVM_SELECTITEM, TVGN_CARET, reinterpret_cast<LPARAM>(node.item));
 }
 
+// No item has no path. Its data would be 0, which is the number of the first one.
 clString frmMain::PathOfItem(XTreeItem node) const {
-    return _FolderPaths.ItemCopy(node.ItemData());
+    return node.IsValid() ? _FolderPaths.ItemCopy(node.ItemData()) : clString();
 }
 
 void frmMain::SetChildrenFlag(XTreeItem node, bool hasChildren) {
