@@ -110,8 +110,12 @@ void WalkMusicLibrary(
 }
 
 SystemVersion ReadSystemVersion() {
-    OSVERSIONINFOEXW version = {};
-    version.dwOSVersionInfoSize = sizeof version;
-    GetVersionExW(reinterpret_cast<OSVERSIONINFOW*>(&version));
-    return {version.dwMajorVersion, version.dwMinorVersion};
+    // It stays what it is while the process lives.
+    static const SystemVersion version = [] {
+        OSVERSIONINFOEXW told = {};
+        told.dwOSVersionInfoSize = sizeof told;
+        GetVersionExW(reinterpret_cast<OSVERSIONINFOW*>(&told));
+        return SystemVersion{told.dwMajorVersion, told.dwMinorVersion};
+    }();
+    return version;
 }
