@@ -6,6 +6,7 @@
 
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/program_stage.h"
+#include "tests/ui/keys.h"
 #include "tests/ui/pointer.h"
 
 namespace {
@@ -33,6 +34,11 @@ TEST_F(FoldersTest, EmptyFolderLosesItsExpander) {
     EXPECT_EQ(stage.Program().List().RowCount(), 0);
 }
 
+TEST_F(FoldersTest, OneFileIsListed) {
+    stage.AddFile(L"only.abc");
+    EXPECT_THAT(stage.Start(stage.Music()).List().Column(L"Name"), ElementsAre(L"only.abc"));
+}
+
 TEST_F(FoldersTest, ThousandFilesAreListed) {
     for (int i = 0; i < 1000; ++i)
         stage.AddFile(L"song" + std::to_wstring(i) + L".abc");
@@ -42,6 +48,66 @@ TEST_F(FoldersTest, ThousandFilesAreListed) {
     EXPECT_EQ(list.Cell(999, 0), L"song999.abc");
     EXPECT_TRUE(list.IsTicked(999));
     EXPECT_EQ(stage.Close(), 0u);
+}
+
+TEST_F(FoldersTest, HiddenFoldersAreNotShownAndHiddenFilesAre) {
+    const std::wstring hidden = stage.AddFolder(L"hidden");
+    stage.AddFolder(L"shown");
+    const std::wstring file = stage.AddFile(L"hidden.abc");
+    ASSERT_TRUE(SetFileAttributesW(hidden.c_str(), FILE_ATTRIBUTE_HIDDEN));
+    ASSERT_TRUE(SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM));
+    const RemoteTree tree = Open();
+    EXPECT_THAT(tree.Texts(music), ElementsAre(L"shown"));
+    EXPECT_THAT(stage.Program().List().Column(L"Name"), ElementsAre(L"hidden.abc"));
+    stage.Program().PressButton(BarButton::Refresh);
+    Ask(stage.Program().Form(), WM_NULL);
+    EXPECT_FALSE(WaitUntil([&] { return tree.Texts(music).size() != 1; }, 300));
+}
+
+TEST_F(FoldersTest, FoldersAreSortedWithoutCase) {
+    for (const wchar_t* name : {L"b", L"C", L"a", L"_", L"[", L"\x00E9"})
+        stage.AddFolder(name);
+    const RemoteTree tree = Open();
+    EXPECT_THAT(tree.Texts(music), ElementsAre(L"[", L"_", L"a", L"b", L"C", L"\x00E9"));
+}
+
+TEST_F(FoldersTest, ArrowKeysListAFolderAndDoNotOpenIt) {
+    stage.AddFile(L"inner\\a.abc");
+    stage.AddFolder(L"inner\\deepest");
+    const RemoteTree tree = Open();
+    const RemoteItem inner = tree.Find(music, L"inner");
+    PressKey(VK_DOWN);
+    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == inner; }));
+    EXPECT_EQ(stage.Program().List().RowCount(), 1);
+    EXPECT_FALSE(tree.IsExpanded(inner));
+    EXPECT_EQ(tree.Child(inner), 0);
+    ClickSettled(tree.LabelPoint(music));
+    ClickSettled(tree.LabelPoint(inner));
+    EXPECT_TRUE(WaitUntil([&] { return tree.IsExpanded(inner); }));
+    EXPECT_THAT(tree.Texts(inner), ElementsAre(L"deepest"));
+}
+
+TEST_F(FoldersTest, WithoutASelectedFolderNothingIsListed) {
+    stage.AddFile(L"a.abc");
+    const RemoteTree tree = stage.Start(stage.Music()).Tree();
+    ASSERT_EQ(stage.Program().List().RowCount(), 1);
+    Ask(tree.Window(), TVM_SELECTITEM, TVGN_CARET, 0);
+    EXPECT_EQ(tree.Selected(), 0);
+    EXPECT_EQ(stage.Program().List().RowCount(), 0);
+    EXPECT_EQ(stage.Close(), 0u);
+}
+
+TEST_F(FoldersTest, RefreshGivesAnEmptyFolderItsExpanderBack) {
+    const RemoteTree tree = Open();
+    ASSERT_FALSE(tree.HasExpander(music));
+    stage.AddFolder(L"new");
+    stage.Program().PressButton(BarButton::Refresh);
+    EXPECT_TRUE(WaitUntil([&] { return tree.HasExpander(music); }));
+    // It is still not opened.
+    EXPECT_EQ(tree.Child(music), 0);
+    ClickSettled(tree.ExpanderPoint(music));
+    EXPECT_TRUE(WaitUntil([&] { return tree.IsExpanded(music); }));
+    EXPECT_THAT(tree.Texts(music), ElementsAre(L"new"));
 }
 
 TEST_F(FoldersTest, NamesInManyScriptsGoToTheConverter) {

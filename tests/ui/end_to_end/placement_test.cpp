@@ -1,8 +1,11 @@
 // The window's place and the divider, over restarts.
 #include <gmock/gmock.h>
 
+#include <array>
+
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/program_stage.h"
+#include "tests/ui/keys.h"
 #include "tests/ui/pointer.h"
 
 namespace {
@@ -41,6 +44,14 @@ protected:
         }
         ReleaseButton(PointerButton::Left);
     }
+    // Left, top, right and bottom in client coordinates of the form.
+    using Box = std::array<LONG, 4>;
+    Box InClient(HWND child) const {
+        RECT rect = {};
+        GetWindowRect(child, &rect);
+        MapWindowPoints(nullptr, stage.Program().Form(), reinterpret_cast<POINT*>(&rect), 2);
+        return {rect.left, rect.top, rect.right, rect.bottom};
+    }
     POINT InForm(int x, int y) const { return ScreenPoint(stage.Program().Form(), x, y); }
 
     ProgramStage stage;
@@ -70,6 +81,69 @@ TEST_F(PlacementTest, MaximisedWindowKeepsNoPlace) {
     ASSERT_TRUE(WaitUntil([&] { return IsZoomed(program.Form()) != FALSE; }));
     EXPECT_EQ(program.Close(), 0u);
     EXPECT_EQ(StoredPlace(), NoPlace());
+}
+
+TEST_F(PlacementTest, MinimisedWindowKeepsNoPlaceAndComesBackMaximised) {
+    StorePlace();
+    RunningProgram& program = stage.Start();
+    // The first show of Wine's dialog loop undoes what comes before it.
+    ASSERT_TRUE(WaitUntil([&] {
+        PostMessageW(program.Form(), WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        return WaitUntil([&] { return IsIconic(program.Form()) != FALSE; }, 500) &&
+               !WaitUntil([&] { return IsIconic(program.Form()) == FALSE; }, 500);
+    }));
+    EXPECT_EQ(program.Close(), 0u);
+    EXPECT_EQ(StoredPlace(), NoPlace());
+    EXPECT_TRUE(WaitUntil([form = stage.Start().Form()] { return IsZoomed(form) != FALSE; }));
+}
+
+TEST_F(PlacementTest, PlaceLeftOfTheDesktopIsKept) {
+    StorePlace();
+    stage.SetNumber(L"zKR-FileSelector-X", static_cast<DWORD>(-30));
+    RunningProgram& program = stage.Start();
+    RECT rect = {};
+    GetWindowRect(program.Form(), &rect);
+    EXPECT_EQ(rect.left, -30);
+    EXPECT_EQ(rect.right, 870);
+    EXPECT_EQ(program.Close(), 0u);
+    EXPECT_EQ(stage.Number(L"zKR-FileSelector-X"), static_cast<DWORD>(-30));
+}
+
+TEST_F(PlacementTest, PanesFillTheWindowBelowTheButtons) {
+    StorePlace();
+    stage.SetNumber(L"zKR-FileSelector-Devider", 250);
+    RunningProgram& program = stage.Start();
+    for (const SIZE size : {SIZE{900, 600}, SIZE{700, 420}}) {
+        SetWindowPos(program.Form(), nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER);
+        Ask(program.Form(), WM_NULL);
+        RECT client = {};
+        GetClientRect(program.Form(), &client);
+        // One and sixteen vertical units of the dialogs' font, of which eight are 13 pixels.
+        EXPECT_EQ(InClient(program.Tree().Window()), (Box{0, 57, 250, client.bottom - 26}));
+        EXPECT_EQ(InClient(program.List().Window()),
+                  (Box{254, 57, client.right, client.bottom - 26}));
+    }
+}
+
+TEST_F(PlacementTest, DividerLeavesTheWindowAndIsKeptThere) {
+    StorePlace();
+    stage.SetNumber(L"zKR-FileSelector-W", 500);
+    stage.SetNumber(L"zKR-FileSelector-Devider", 300);
+    RunningProgram& program = stage.Start();
+    Drag({InForm(302, 200), InForm(600, 200), InForm(802, 200)});
+    EXPECT_TRUE(WaitUntil([&] { return TreeWidth() == 800; })) << TreeWidth();
+    EXPECT_EQ(program.Close(), 0u);
+    EXPECT_EQ(stage.Number(L"zKR-FileSelector-Devider"), 800u);
+    stage.Start();
+    EXPECT_EQ(TreeWidth(), 800);
+}
+
+TEST_F(PlacementTest, EnterAndEscapeDoNotClose) {
+    RunningProgram& program = stage.Start();
+    SendMessageW(program.Form(), WM_COMMAND, IDOK, 0);
+    SendMessageW(program.Form(), WM_COMMAND, IDCANCEL, 0);
+    PressKey(VK_ESCAPE);
+    EXPECT_FALSE(WaitUntil([&] { return !program.IsRunning(); }, 300));
 }
 
 TEST_F(PlacementTest, PlaceOfZerosIsAFirstStart) {

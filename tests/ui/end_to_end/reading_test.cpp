@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr std::size_t clicks = 150;
+
 class ReadingTest : public testing::Test {
 protected:
     static bool CellBecomes(const RemoteList& list, int row, const std::wstring& title,
@@ -84,6 +86,43 @@ TEST_F(ReadingTest, FoldersAreSelectedAsFastAsKeysCome) {
     EXPECT_EQ(tree.Selected(), folders.at(199 % 5));
     EXPECT_EQ(program.List().RowCount(), 4);
     EXPECT_TRUE(CellBecomes(program.List(), 3, L"Artist", L"Somebody"));
+    EXPECT_EQ(program.Close(), 0u);
+}
+
+// Presses and releases come in a stream, and the window takes its time: each click
+// stops a reader.
+TEST_F(ReadingTest, StreamOfClicksOnFoldersIsTaken) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\ntag=Artist|Somebody\n");
+    for (int folder = 0; folder < 5; ++folder) {
+        for (int file = 0; file <= folder; ++file) {
+            stage.AddFile(L"f" + std::to_wstring(folder) + L"\\s" + std::to_wstring(file) + L".abc",
+                          10);
+        }
+    }
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    const RemoteItem music = tree.Selected();
+    ClickSettled(tree.ExpanderPoint(music));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Children(music).size() == 5; }));
+    const std::vector<RemoteItem> folders = tree.Children(music);
+    std::vector<POINT> labels;
+    for (const RemoteItem folder : folders)
+        labels.push_back(tree.LabelPoint(folder));
+    for (std::size_t i = 0; i < clicks; ++i) {
+        SetCursorPos(labels.at(i % 5).x, labels.at(i % 5).y);
+        PressButton();
+        ReleaseButton();
+    }
+    // This one comes behind all of them, on a folder that none of them was for.
+    ClickSettled(tree.LabelPoint(music));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == music; }, 60000));
+    for (const std::size_t last : {std::size_t{1}, std::size_t{4}}) {
+        ClickSettled(labels.at(last));
+        EXPECT_TRUE(WaitUntil([&] { return tree.Selected() == folders.at(last); }));
+        EXPECT_TRUE(
+            WaitUntil([&] { return program.List().RowCount() == static_cast<int>(last) + 1; }));
+    }
+    EXPECT_TRUE(CellBecomes(program.List(), 4, L"Artist", L"Somebody"));
     EXPECT_EQ(program.Close(), 0u);
 }
 
