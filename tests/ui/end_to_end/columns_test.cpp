@@ -59,6 +59,7 @@ protected:
 
 // The menu has the twelve facts, the two sub-menus, and the default columns.
 constexpr int tagsPlace = 13;
+constexpr int propertiesPlace = 14;
 constexpr int defaultPlace = 15;
 constexpr int commentPlace = 12;  // among the tags
 
@@ -135,6 +136,38 @@ TEST_F(ColumnsTest, FirstDecoderColumnStaysBlankUntilTheNextListing) {
     EXPECT_FALSE(WaitUntil([&] { return !list.Cell(0, 2).empty(); }, 1200));
     stage.Program().PressButton(BarButton::Refresh);
     EXPECT_TRUE(CellsBecome(list, L"Artist", {L"beta", L"Alpha", L"gamma"}));
+}
+
+TEST_F(ColumnsTest, ExtendedPropertyBecomesAColumn) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist");
+    const RemoteList list = OpenMusic();
+    MenuKeys(list, Downs(propertiesPlace, {VK_RIGHT, VK_DOWN, VK_RETURN}));
+    EXPECT_TRUE(TitlesBecome(list, {L"Name", L"Artist", L"Encoder"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist\rEncoder");
+}
+
+TEST_F(ColumnsTest, RemovingTheSortedColumnSortsByTheFirst) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist\rSize");
+    const RemoteList list = OpenMusic();
+    ClickHeader(list, L"Size");
+    ASSERT_TRUE(CellsBecome(list, L"Name", {L"c.abc", L"a.abc", L"b.abc"}));
+    MenuKeys(list, Downs(2, {VK_RETURN}));
+    ASSERT_TRUE(TitlesBecome(list, {L"Name", L"Artist"}));
+    EXPECT_EQ(list.Column(L"Name"), (Names{L"c.abc", L"a.abc", L"b.abc"}));
+    stage.Program().PressButton(BarButton::Refresh);
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"b.abc", L"c.abc"}));
+}
+
+TEST_F(ColumnsTest, LastColumnGoesAndTheNextStartHasTheDefaultOnes) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name");
+    const RemoteList list = stage.Start(stage.Music()).List();
+    MenuKeys(list, Downs(1, {VK_RETURN}));
+    ASSERT_TRUE(TitlesBecome(list, {}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"");
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-ColWidths"), L"");
+    EXPECT_EQ(stage.Start().List().Titles().size(), 10u);
 }
 
 TEST_F(ColumnsTest, WidthsAndDraggedOrderArePersisted) {
