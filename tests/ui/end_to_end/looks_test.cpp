@@ -1,0 +1,209 @@
+// What the main window paints by itself, read from the screen.
+#include <gmock/gmock.h>
+
+#include <string_view>
+
+#include "tests/support/converter_side.h"
+#include "tests/ui/end_to_end/program_stage.h"
+#include "tests/ui/pixels.h"
+
+namespace {
+
+constexpr COLORREF black = RGB(0, 0, 0);
+constexpr COLORREF grey = RGB(0x80, 0x80, 0x80);
+constexpr COLORREF bandLeft = RGB(0xF0, 0xF0, 0xF0);
+constexpr COLORREF bandRight = RGB(0xFB, 0xFB, 0xFB);
+
+// A part of a window's client area, as it stands on the screen.
+std::unique_ptr<Canvas> Screen(HWND window, RECT area) {
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    auto shot = std::make_unique<Canvas>(width, height);
+    POINT origin = {area.left, area.top};
+    ClientToScreen(window, &origin);
+    const HDC screen = GetDC(nullptr);
+    BitBlt(shot->Dc(), 0, 0, width, height, screen, origin.x, origin.y, SRCCOPY);
+    ReleaseDC(nullptr, screen);
+    return shot;
+}
+
+// The font of the form, selected into a canvas.
+class FormFont {
+public:
+    explicit FormFont(const Canvas& canvas)
+        : dc(canvas.Dc()),
+          font(CreateFontW(13, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET, 0, 0, 0, 0,
+                           L"Tahoma")),
+          before(SelectObject(dc, font)) {}
+    FormFont(const FormFont&) = delete;
+    FormFont& operator=(const FormFont&) = delete;
+    ~FormFont() {
+        SelectObject(dc, before);
+        DeleteObject(font);
+    }
+
+private:
+    HDC dc;
+    HFONT font;
+    HGDIOBJ before;
+};
+
+void Write(const Canvas& canvas, int x, int y, std::wstring_view text, COLORREF colour) {
+    const FormFont font(canvas);
+    SetBkMode(canvas.Dc(), TRANSPARENT);
+    SetTextColor(canvas.Dc(), colour);
+    ExtTextOutW(canvas.Dc(), x, y, 0, nullptr, text.data(), static_cast<UINT>(text.size()),
+                nullptr);
+}
+
+int WidthOf(std::wstring_view text) {
+    const Canvas canvas(1, 1);
+    const FormFont font(canvas);
+    SIZE size = {};
+    GetTextExtentPoint32W(canvas.Dc(), text.data(), static_cast<int>(text.size()), &size);
+    return size.cx;
+}
+
+class LooksTest : public testing::Test {
+protected:
+    LooksTest() {
+        stage.SetNumber(L"zKR-FileSelector-X", 60);
+        stage.SetNumber(L"zKR-FileSelector-Y", 40);
+        stage.SetNumber(L"zKR-FileSelector-W", 1000);
+        stage.SetNumber(L"zKR-FileSelector-H", 600);
+        stage.SetNumber(L"zKR-FileSelector-NotMax", 1);
+    }
+    SIZE Client() const {
+        RECT client = {};
+        GetClientRect(stage.Program().Form(), &client);
+        return {client.right, client.bottom};
+    }
+    // A canvas with the form's background, of which each column has one colour,
+    // taken from the lowest line of the form.
+    std::unique_ptr<Canvas> Background(RECT area) const {
+        const int width = area.right - area.left;
+        const int height = area.bottom - area.top;
+        const LONG lowest = Client().cy - 1;
+        EXPECT_TRUE(WaitUntil([&] {
+            return Screen(stage.Program().Form(), {0, lowest, 1, lowest + 1})->At(0, 0) == bandLeft;
+        }));
+        const auto line =
+            Screen(stage.Program().Form(), {area.left, lowest, area.right, lowest + 1});
+        auto canvas = std::make_unique<Canvas>(width, height);
+        for (int y = 0; y < height; ++y)
+            BitBlt(canvas->Dc(), 0, y, width, 1, line->Dc(), 0, 0, SRCCOPY);
+        return canvas;
+    }
+    // How many pixels of an area of the form are not those of a canvas.
+    int Differences(RECT area, const Canvas& expected) const {
+        const auto shot = Screen(stage.Program().Form(), area);
+        int different = 0;
+        for (int y = 0; y < area.bottom - area.top; ++y) {
+            for (int x = 0; x < area.right - area.left; ++x)
+                different += shot->At(x, y) != expected.At(x, y) ? 1 : 0;
+        }
+        return different;
+    }
+    // The strip below the panes, from x on.
+    RECT Strip(LONG from, LONG to) const { return {from, Client().cy - 20, to, Client().cy}; }
+    bool StripBecomes(std::wstring_view text) const {
+        const RECT area = Strip(0, 700);
+        const auto expected = Background(area);
+        Write(*expected, 4, 0, text, black);
+        return WaitUntil([&] { return Differences(area, *expected) == 0; }, 5000);
+    }
+    RECT NoticeArea() const {
+        return Strip(Client().cx - WidthOf(L"Reading Meta Data...") - 30, Client().cx);
+    }
+    bool NoticeIs(bool shown) const {
+        const RECT area = NoticeArea();
+        const auto expected = Background(area);
+        if (shown) Write(*expected, 14, 0, L"Reading Meta Data...", black);
+        return WaitUntil([&] { return Differences(area, *expected) == 0; }, 5000);
+    }
+
+    ProgramStage stage;
+};
+
+TEST_F(LooksTest, StatusTellsTheShownAndTheTickedFiles) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.AddFile(L"a.abc", 1500);
+    stage.AddFile(L"b.abc", 700);
+    stage.AddFile(L"none.txt", 5000);
+    RunningProgram& program = stage.Start(stage.Music());
+    EXPECT_TRUE(StripBecomes(L"2 Audio Files Shown (3 KB), 2 Files Selected (3 KB) in Folder: " +
+                             stage.Music()));
+    ClickSettled(program.List().TickPoint(0));
+    EXPECT_TRUE(
+        StripBecomes(L"2 Audio Files Shown (3 KB), 1 Files Selected (700 bytes) in "
+                     L"Folder: " +
+                     stage.Music()));
+}
+
+TEST_F(LooksTest, StatusOfAnEmptyFolderHasNoBrackets) {
+    stage.Start(stage.Music());
+    EXPECT_TRUE(StripBecomes(L"0 Audio Files Shown in Folder: " + stage.Music()));
+    const RemoteTree tree = stage.Program().Tree();
+    ClickSettled(tree.LabelPoint(tree.Find(0, L"Network")));
+    EXPECT_TRUE(StripBecomes(L"0 Audio Files Shown in Folder: { Network }"));
+    Ask(tree.Window(), TVM_SELECTITEM, TVGN_CARET, 0);
+    EXPECT_TRUE(StripBecomes(L""));
+}
+
+TEST_F(LooksTest, NoticeStandsWhileFilesAreRead) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\nsleep=700\n");
+    stage.AddFile(L"a.abc", 10);
+    stage.AddFile(L"b.abc", 10);
+    stage.Start(stage.Music());
+    EXPECT_TRUE(NoticeIs(true));
+    EXPECT_TRUE(NoticeIs(false));
+}
+
+TEST_F(LooksTest, LegendExplainsThePictures) {
+    RunningProgram& program = stage.Start();
+    const RECT area = {260, 0, 505, 53};
+    const auto expected = Background(area);
+    const HMODULE pictures = LoadLibraryExW((stage.ProgramFolder() + L"Tonequarry.exe").c_str(),
+                                            nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(pictures, nullptr);
+    Write(*expected, 270 - 260, 4, L"Key: ", black);
+    const struct {
+        int y;
+        const wchar_t* text;
+        int icon;
+    } rows[] = {{4, L"Convert Folder & Sub-Folders", 105},
+                {20, L"Convert Folder, no Sub-Folders", 106},
+                {36, L"Contains Individual Conversion Files", 108}};
+    for (const auto& row : rows) {
+        Write(*expected, 320 - 260, row.y, row.text, grey);
+        const auto icon = static_cast<HICON>(
+            LoadImageW(pictures, MAKEINTRESOURCEW(row.icon), IMAGE_ICON, 16, 16, 0));
+        ASSERT_NE(icon, nullptr) << row.icon;
+        DrawIconEx(expected->Dc(), 301 - 260, row.y - 2, icon, 16, 16, 0, nullptr, DI_NORMAL);
+        DestroyIcon(icon);
+    }
+    FreeLibrary(pictures);
+    EXPECT_TRUE(WaitUntil([&] { return Differences(area, *expected) == 0; }, 5000))
+        << Differences(area, *expected);
+    EXPECT_EQ(program.Close(), 0u);
+}
+
+TEST_F(LooksTest, BackgroundGrowsLighterToTheRightOverAGreyRule) {
+    stage.SetNumber(L"zKR-FileSelector-X", 0);
+    stage.SetNumber(L"zKR-FileSelector-W", static_cast<DWORD>(GetSystemMetrics(SM_CXSCREEN)));
+    RunningProgram& program = stage.Start();
+    const LONG width = Client().cx;
+    const RECT band = {0, 52, width, 56};
+    ASSERT_TRUE(WaitUntil([&] { return Screen(program.Form(), band)->At(0, 0) == bandLeft; }));
+    const auto shot = Screen(program.Form(), band);
+    // The window ends some pixels of its frame before the desktop does.
+    EXPECT_GE(GetRValue(shot->At(width - 1, 0)), GetRValue(bandRight) - 1);
+    for (int x = 0; x < width; ++x) {
+        ASSERT_EQ(Colour{shot->At(x, 1)}, Colour{grey}) << x;
+        ASSERT_EQ(Colour{shot->At(x, 2)}, Colour{shot->At(x, 0)}) << x;
+        if (x == 0) continue;
+        ASSERT_GE(GetRValue(shot->At(x, 0)), GetRValue(shot->At(x - 1, 0))) << x;
+    }
+}
+
+}  // namespace
