@@ -92,8 +92,6 @@ private:
 };
 
 void ButtonPage::Fill() {
-    RECT client{};
-    GetClientRect(Window(), &client);
     backdrop.CreateEmpty(nullptr, 1000, 740);
     backdrop.FillColour(GetSysColor(COLOR_BTNFACE));
     AddRow(10, L"A strip of the program: mask, hot and focus frame (style 135)", 0,

@@ -37,7 +37,6 @@ private:
     XToolTip anchored;
     XToolTip around;
     HWND alpha = nullptr;
-    std::int32_t timer = 0;
 };
 
 void TipPage::Fill() {

@@ -10,8 +10,8 @@
 void SetValueIcons(XValueList& list);
 // A row of each kind, and what a kind has in variants.
 void AddEveryKind(XValueList& list);
-// Paints a row as the list box `form` would ask for it; ODS_* are the states.
+// Paints a row as if the list box had asked `form` for it; the state is ODS_*.
 void CatchValueRow(XValueList& list, HWND form, std::int32_t row, UINT state, XMemBitmap& still);
-// A row of that kind with three choices.
+// What a row of that kind is made from, with `ValueChoices` as its choices.
 clValueRowParams ValueRow(ValueKind kind, const wchar_t* name, const wchar_t* value);
 const clStringList& ValueChoices();
