@@ -1,45 +1,46 @@
 #include "decoders/meta_data_queue.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "decoders/list_rows.h"
 
 namespace {
 
+constexpr std::size_t fewestBuckets = 64;
+
 // Exact, unlike the hash of the selection's lists: here case makes another path.
+// Four characters at a time.
 std::uint64_t HashOfPath(const clString& path) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
+    constexpr std::int32_t step = sizeof(std::uint64_t) / sizeof(wchar_t);
     const wchar_t* text = path.Chars();
-    std::uint64_t hash = 0;
-    for (std::int32_t i = 0; i < path.Length(); ++i)
-        hash = (hash ^ static_cast<std::uint16_t>(text[i])) * factor;
-    return hash ^ (hash >> 32);
+    std::int32_t left = path.Length();
+    auto hash = static_cast<std::uint64_t>(left);
+    for (; left > 0; left -= step, text += step) {
+        std::uint64_t units = 0;
+        std::memcpy(&units, text, sizeof(wchar_t) * static_cast<std::size_t>(std::min(left, step)));
+        hash = (hash ^ units) * factor;
+        hash ^= hash >> 32;
+    }
+    return hash;
 }
 
 }  // namespace
 
 void MetaDataQueue::Append(FileRow& row, std::int64_t rowIndex) {
-    auto item = std::make_unique<MetaDataItem>();
-    item->row = &row;
-    item->rowIndex = rowIndex;
-    const std::uint64_t hash = HashOfPath(row.path);
-    const Position position = End();
-    Position previous = none;
-    Chain& chain = chains_.try_emplace(hash, Chain{position, none}).first->second;
-    if (IsThere(chain.last)) {
-        previous = chain.last;
-        At(previous).nextOfHash = position;
-    } else {
-        chain.first = position;
-    }
-    chain.last = position;
-    slots_.push_back({std::move(item), hash, previous, none});
+    if (end_ / slotsInBlock - removed_ / slotsInBlock == static_cast<Position>(blocks_.size()))
+        blocks_.push_back(std::make_unique<Block>());
+    MetaDataItem& item = At(end_).item;
+    item.tags.UsePool(pool_);
+    item.row = &row;
+    item.rowIndex = rowIndex;
+    ++end_;
 }
 
 void MetaDataQueue::Refill(const ListedRows& rows) {
     Clear();
     const std::int32_t count = rows.Count();
-    chains_.reserve(static_cast<std::size_t>(count));
     for (std::int32_t displayRow = 0; displayRow < count; ++displayRow) {
         const std::int64_t param = rows.ParamAt(displayRow);
         if (FileRow* const row = rows.RowOf(param)) Append(*row, param);
@@ -47,60 +48,89 @@ void MetaDataQueue::Refill(const ListedRows& rows) {
 }
 
 void MetaDataQueue::Clear() {
-    slots_.clear();
-    chains_.clear();
-    removed_ = 0;
-    undone_ = 0;
+    blocks_.clear();
+    removed_ = undone_ = end_ = 0;
+    ForgetIndex();
 }
 
 void MetaDataQueue::ForgetRows() {
-    for (Slot& slot : slots_) {
-        slot.item->row = nullptr;
-        slot.item->rowIndex = -1;
+    for (Position at = removed_; at < end_; ++at) {
+        At(at).item.row = nullptr;
+        At(at).item.rowIndex = -1;
     }
-    chains_.clear();
-    undone_ = End();
+    undone_ = end_;
+    ForgetIndex();
 }
 
-MetaDataQueue::Slot* MetaDataQueue::FirstUndoneSlot() {
-    // An item that is done never becomes undone, so none is looked at twice.
-    while (undone_ < End() && At(undone_).item->done)
-        ++undone_;
-    return undone_ < End() ? &At(undone_) : nullptr;
+// From here on nothing is indexed but what comes behind the items that are there.
+void MetaDataQueue::ForgetIndex() {
+    buckets_.clear();
+    indexed_ = end_;
 }
 
 MetaDataItem* MetaDataQueue::FirstUndone() {
-    const Slot* const slot = FirstUndoneSlot();
-    return slot != nullptr ? slot->item.get() : nullptr;
+    // An item that is done never becomes undone, so none is looked at twice.
+    while (undone_ < end_ && At(undone_).item.done)
+        ++undone_;
+    return undone_ < end_ ? &At(undone_).item : nullptr;
+}
+
+void MetaDataQueue::Link(Position position) {
+    Slot& slot = At(position);
+    slot.nextInBucket = none;
+    Bucket& bucket = BucketOf(slot.pathHash);
+    (bucket.first != none ? At(bucket.last).nextInBucket : bucket.first) = position;
+    bucket.last = position;
+}
+
+void MetaDataQueue::GrowIndex() {
+    buckets_.assign(std::max(fewestBuckets, buckets_.size() * 2), Bucket{});
+    for (Position at = removed_; at < indexed_; ++at) {
+        if (At(at).item.row != nullptr) Link(at);
+    }
+}
+
+void MetaDataQueue::IndexNext() {
+    if (indexed_ - removed_ >= static_cast<Position>(buckets_.size())) GrowIndex();
+    Slot& slot = At(indexed_);
+    slot.pathHash = HashOfPath(slot.item.row->path);
+    Link(indexed_);
+    ++indexed_;
+}
+
+MetaDataItem* MetaDataQueue::FirstIndexed(const clString& path, std::uint64_t hash) {
+    if (buckets_.empty()) return nullptr;
+    for (Position at = BucketOf(hash).first; at != none; at = At(at).nextInBucket) {
+        Slot& slot = At(at);
+        if (slot.pathHash == hash && slot.item.row->path.Equals(path)) return &slot.item;
+    }
+    return nullptr;
 }
 
 MetaDataItem* MetaDataQueue::FirstWithPath(const clString& path) {
-    // Nearly always it is the item that the reader is at, and the only one.
-    const Slot* const undone = FirstUndoneSlot();
-    if (undone != nullptr && !IsThere(undone->previousOfHash) &&
-        undone->item->row->path.Equals(path)) {
-        return undone->item.get();
-    }
-    const auto chain = chains_.find(HashOfPath(path));
-    if (chain == chains_.end() || !IsThere(chain->second.last)) return nullptr;
-    for (Position at = chain->second.first; at != none; at = At(at).nextOfHash) {
-        MetaDataItem* const item = At(at).item.get();
-        if (item->row->path.Equals(path)) return item;
+    const std::uint64_t hash = HashOfPath(path);
+    if (MetaDataItem* const item = FirstIndexed(path, hash)) return item;
+    // Nearly always it is the very next, which the reader is at.
+    while (indexed_ < end_) {
+        Slot& slot = At(indexed_);
+        IndexNext();
+        if (slot.pathHash == hash && slot.item.row->path.Equals(path)) return &slot.item;
     }
     return nullptr;
 }
 
 // The rows may be gone by then: nothing here looks at one.
 void MetaDataQueue::RemoveHead() {
-    const Slot& head = slots_.front();
-    if (head.nextOfHash != none) {
-        // Of all items in its chain the head of the queue is the first. There is
-        // no chain for an item that lost its row.
-        const auto chain = chains_.find(head.pathHash);
-        if (chain != chains_.end() && chain->second.first == removed_)
-            chain->second.first = head.nextOfHash;
+    Slot& head = At(removed_);
+    // Of all items in its bucket the head of the queue is the first. One that has
+    // lost its row is in none.
+    if (!buckets_.empty() && removed_ < indexed_) {
+        Bucket& bucket = BucketOf(head.pathHash);
+        if (bucket.first == removed_) bucket.first = head.nextInBucket;
     }
-    slots_.pop_front();
+    head.item.tags.Clear();
     ++removed_;
+    if (removed_ % slotsInBlock == 0) blocks_.pop_front();
     undone_ = std::max(undone_, removed_);
+    indexed_ = std::max(indexed_, removed_);
 }

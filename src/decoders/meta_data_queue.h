@@ -1,12 +1,14 @@
 // The files of one list that its reader works through, and what it has found.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <unordered_map>
+#include <vector>
 
 #include "decoders/file_row.h"
+#include "decoders/tag_entry_pool.h"
 #include "decoders/tag_list.h"
 #include "foundation/string.h"
 
@@ -22,16 +24,17 @@ struct MetaDataItem {
 
 // Items in list order at the time when they were appended; the pump removes from
 // the head. A path may occur more than once. Each operation but Clear and
-// ForgetRows takes the same time however long the queue is. The meta-data mutex
-// guards it from the start of a reader to its end; it takes no lock itself.
+// ForgetRows takes the same time however long the queue is, the search for a path
+// that the reader has not come to yet on an average of all searches. The meta-data
+// mutex guards it from the start of a reader to its end; it takes no lock itself.
 class MetaDataQueue {
 public:
     MetaDataQueue() = default;
     MetaDataQueue(const MetaDataQueue&) = delete;
     MetaDataQueue& operator=(const MetaDataQueue&) = delete;
 
-    std::int64_t Count() const { return static_cast<std::int64_t>(slots_.size()); }
-    bool IsEmpty() const { return slots_.empty(); }
+    std::int64_t Count() const { return end_ - removed_; }
+    bool IsEmpty() const { return end_ == removed_; }
 
     // Appends an item that is not done. The row stays the caller's, and its path
     // must not change while it is here. `rowIndex`: its place in the row array.
@@ -56,8 +59,8 @@ public:
     // queue; false also for a queue that was empty before.
     template <class Take>
     bool TakeFinished(Take&& take) {
-        while (!IsEmpty() && slots_.front().item->done) {
-            take(static_cast<const MetaDataItem&>(*slots_.front().item));
+        while (!IsEmpty() && At(removed_).item.done) {
+            take(static_cast<const MetaDataItem&>(At(removed_).item));
             RemoveHead();
             if (IsEmpty()) return true;
         }
@@ -70,28 +73,44 @@ private:
     using Position = std::int64_t;
     static constexpr Position none = -1;
 
+    static constexpr Position slotsInBlock = 64;
+
     struct Slot {
-        std::unique_ptr<MetaDataItem> item;
-        std::uint64_t pathHash;
-        // The items before and behind this one whose paths have the same hash. The
-        // one before may have been removed since.
-        Position previousOfHash;
-        Position nextOfHash;
+        MetaDataItem item;
+        std::uint64_t pathHash = 0;    // once it is indexed
+        Position nextInBucket = none;  // the next behind it that is indexed there
     };
-    // Those of one hash. None is left if even the last has been removed.
-    struct Chain {
-        Position first;
-        Position last;
+    // Made and freed as one.
+    struct Block {
+        std::array<Slot, slotsInBlock> slots;
+    };
+    // The indexed items whose hashes lead here, in the order of the queue.
+    struct Bucket {
+        Position first = none;
+        Position last = none;
     };
 
-    Slot& At(Position position) { return slots_[static_cast<std::size_t>(position - removed_)]; }
-    Position End() const { return removed_ + Count(); }
-    bool IsThere(Position position) const { return position >= removed_; }
-    Slot* FirstUndoneSlot();
+    Slot& At(Position position) {
+        const Position block = position / slotsInBlock - removed_ / slotsInBlock;
+        return blocks_[static_cast<std::size_t>(block)]
+            ->slots[static_cast<std::size_t>(position % slotsInBlock)];
+    }
+    Bucket& BucketOf(std::uint64_t hash) { return buckets_[hash & (buckets_.size() - 1)]; }
+    void ForgetIndex();
+    void IndexNext();
+    void Link(Position position);
+    void GrowIndex();
+    MetaDataItem* FirstIndexed(const clString& path, std::uint64_t hash);
     void RemoveHead();
 
-    std::deque<Slot> slots_;
-    std::unordered_map<std::uint64_t, Chain> chains_;  // by hash of the path
-    Position removed_ = 0;                             // of the item at the head
-    Position undone_ = 0;                              // all before it are done
+    TagEntryPool pool_;  // of the tags of all items
+    std::deque<std::unique_ptr<Block>> blocks_;
+    Position removed_ = 0;  // of the item at the head
+    Position undone_ = 0;   // all before it are done
+    Position end_ = 0;      // behind the last
+    // Items come into the index as the reader comes to them and leave it with the
+    // queue. So it has no more of them than wait for the pump, and no path is
+    // looked at before its file is due.
+    std::vector<Bucket> buckets_;  // their number is a power of two, or 0
+    Position indexed_ = 0;         // all before it that are still there have been indexed
 };

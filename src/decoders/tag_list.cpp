@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <unordered_map>
 #include <vector>
 
+#include "decoders/tag_entry_pool.h"
 #include "foundation/text.h"
 
 namespace {
@@ -124,7 +126,8 @@ const TagEntry& TagList::At(std::int64_t index) const {
 }
 
 TagEntry& TagList::Add(const clString& name, const clString& value) {
-    auto* entry = new TagEntry{name, value, {}};
+    auto* entry = pool != nullptr ? new (pool->Take()) TagEntry{name, value, {}}
+                                  : new TagEntry{name, value, {}};
     entries.Add(reinterpret_cast<std::int64_t>(entry));
     return *entry;
 }
@@ -138,6 +141,7 @@ clString TagList::Take(const clString& name) {
     clString value = Get(name);
     // Freed behind the last comparison, since `name` may be that of one of them.
     TagList removed;
+    removed.pool = pool;
     for (std::int64_t i = Count() - 1; i >= 0; --i) {
         if (At(i).name.CompareNoCase(name) != 0) continue;
         removed.entries.Add(entries.Get(i));
@@ -171,8 +175,17 @@ void TagList::Merge(const TagList& other) {
 
 void TagList::Clear() {
     for (std::int64_t i = 0; i < Count(); ++i)
-        delete EntryOf(entries.Get(i));
+        Free(EntryOf(entries.Get(i)));
     entries.Clear();
+}
+
+void TagList::Free(TagEntry* entry) {
+    if (pool == nullptr) {
+        delete entry;
+        return;
+    }
+    entry->~TagEntry();
+    pool->Give(entry);
 }
 
 std::int64_t TagList::IndexOf(const clString& name) const {

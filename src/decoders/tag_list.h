@@ -15,6 +15,8 @@ struct TagEntry {
     clByteBuffer data;  // binary payload, mostly empty; kept, never shown
 };
 
+class TagEntryPool;
+
 // Entries in the order in which they came, owned by the list. Names are compared
 // without regard to the case of A to Z, and the first entry of a name hides
 // those behind it. Indices are 0-based. No locks.
@@ -24,6 +26,10 @@ public:
     TagList(const TagList&) = delete;
     TagList& operator=(const TagList&) = delete;
     ~TagList() { Clear(); }
+
+    // Takes the memory of entries from there instead of the heap. Only while the
+    // list is empty; the pool must outlive it.
+    void UsePool(TagEntryPool& entryPool) { pool = &entryPool; }
 
     std::int64_t Count() const { return entries.Count(); }
     // The entry itself, owned by the list: the caller checks the bounds.
@@ -53,5 +59,8 @@ private:
     // Of the first entry of that name, or -1.
     std::int64_t IndexOf(const clString& name) const;
 
+    void Free(TagEntry* entry);
+
     clPtrArray entries;  // of TagEntry*
+    TagEntryPool* pool = nullptr;
 };

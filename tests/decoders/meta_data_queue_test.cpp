@@ -127,6 +127,47 @@ TEST_F(Queue, OfEqualPathsTheFirstIsFoundUntilItIsTaken) {
     EXPECT_EQ(WithPath(L"a"), 3);
 }
 
+TEST_F(Queue, APathFarAheadIsFoundAndTheReaderGoesOnAsBefore) {
+    std::vector<clString> paths;
+    for (int i = 0; i < 500; ++i)
+        paths.emplace_back(i % 250);
+    Fill(paths);
+    EXPECT_EQ(WithPath(L"200"), 200);
+    EXPECT_EQ(WithPath(L"none"), -1);
+    for (int i = 0; i < 500; ++i) {
+        ASSERT_EQ(Undone(), i);
+        queue.FirstUndone()->done = true;
+        ASSERT_EQ(RowIndexOf(queue.FirstWithPath(paths[static_cast<std::size_t>(i)])), i);
+        if (i < 249) continue;
+        ASSERT_EQ(Taken(queue).size(), i == 249 ? 250u : 1u);
+    }
+    EXPECT_TRUE(queue.IsEmpty());
+}
+
+TEST_F(Queue, IsFilledAgainOnceItWasDrained) {
+    Fill({L"a", L"b"});
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_EQ(queue.Count(), 2);
+        Finish(L"a");
+        Finish(L"b");
+        ASSERT_THAT(Taken(queue), ElementsAre(0, 1));
+        ASSERT_EQ(WithPath(L"a"), -1);
+        queue.Append(rows.At(0), 0);
+        queue.Append(rows.At(1), 1);
+    }
+}
+
+TEST_F(Queue, RowsAppendedBehindForgottenOnesAreFound) {
+    Fill(std::vector<clString>(100, L"a"));
+    Finish(L"a");
+    queue.ForgetRows();
+    RowList others(std::vector<clString>{L"b", L"a"});
+    queue.Append(others.At(0), 0);
+    queue.Append(others.At(1), 1);
+    EXPECT_EQ(queue.FirstWithPath(L"a")->row, &others.At(1));
+    EXPECT_EQ(queue.FirstUndone()->row, &others.At(0));
+}
+
 TEST_F(Queue, TakingStopsAtTheFirstItemThatIsNotDone) {
     Fill({L"a", L"b", L"c"});
     Finish(L"a");
