@@ -26,6 +26,18 @@ public:
     // Gives one lock back; nothing happens if the mutex is not this thread's.
     void Unlock();
 
+    // Two questions at the price of one, for a loop that takes the mutex often and
+    // looks at an event each time: a call of the kernel is dear under Wine.
+    //
+    // Lock, unless `event` (the platform's handle, or null for none) is signalled
+    // before the mutex is taken: true if the mutex is taken. False: it is not, and
+    // the event, if it is one that resets itself, has done so. A nested lock does
+    // not look at the event. Where there is no mutex nothing is taken, and the
+    // event alone decides.
+    [[nodiscard]] bool LockUnless(void* event);
+    // Unlock, then whether `event` is signalled; false for null.
+    [[nodiscard]] bool UnlockAndTest(void* event);
+
     // The platform's handle, null if there is none. Never wait on it and never
     // release it past this object: the count of nested locks would be wrong.
     void* Handle() const { return handle.load(std::memory_order_relaxed); }
@@ -37,6 +49,8 @@ public:
 
 private:
     bool Take(std::uint32_t milliseconds);
+    void TakeNote(std::uint64_t self);
+    bool IsLastLockOf(std::uint64_t self);
 
     // All atomic, so that a thread that comes late sees what the destructor of a
     // static object left, and so that an Unlock by a thread that does not own

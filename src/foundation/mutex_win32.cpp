@@ -40,6 +40,10 @@ std::uint64_t SerialOfThisThread() {
     return serial != 0 ? serial : NewSerial(slot);
 }
 
+bool IsSignalled(HANDLE event) {
+    return event != nullptr && WaitForSingleObject(event, 0) == WAIT_OBJECT_0;
+}
+
 }  // namespace
 
 static_assert(std::is_same_v<HANDLE, void*>);
@@ -61,19 +65,25 @@ clMutex::~clMutex() {
     owner.store(0, std::memory_order_relaxed);
 }
 
+// The kernel has just given the mutex to this thread.
+void clMutex::TakeNote(std::uint64_t self) {
+    owner.store(self, std::memory_order_relaxed);
+    depth = 1;
+    held.store(true, std::memory_order_relaxed);
+}
+
 bool clMutex::Take(std::uint32_t milliseconds) {
     void* const kernel = Handle();
     if (kernel == nullptr) return false;
     const std::uint64_t self = SerialOfThisThread();
     if (owner.load(std::memory_order_relaxed) == self) {
         ++depth;
-    } else {
-        const DWORD answer = WaitForSingleObject(kernel, milliseconds);
-        if (answer != WAIT_OBJECT_0 && answer != WAIT_ABANDONED) return false;
-        owner.store(self, std::memory_order_relaxed);
-        depth = 1;
+        held.store(true, std::memory_order_relaxed);
+        return true;
     }
-    held.store(true, std::memory_order_relaxed);
+    const DWORD answer = WaitForSingleObject(kernel, milliseconds);
+    if (answer != WAIT_OBJECT_0 && answer != WAIT_ABANDONED) return false;
+    TakeNote(self);
     return true;
 }
 
@@ -85,16 +95,58 @@ bool clMutex::TryLock() {
     return Take(0);
 }
 
+bool clMutex::LockUnless(void* event) {
+    void* const kernel = Handle();
+    if (kernel == nullptr) return !IsSignalled(event);
+    const std::uint64_t self = SerialOfThisThread();
+    if (event == nullptr || owner.load(std::memory_order_relaxed) == self) {
+        Lock();
+        return true;
+    }
+    // Of two that are ready the kernel names the first.
+    const HANDLE both[] = {event, kernel};
+    const DWORD answer = WaitForMultipleObjects(2, both, FALSE, INFINITE);
+    if (answer == WAIT_OBJECT_0) return false;
+    if (answer == WAIT_OBJECT_0 + 1 || answer == WAIT_ABANDONED_0 + 1) {
+        TakeNote(self);
+    } else {
+        Lock();  // what cannot be waited for must not cost the lock
+    }
+    return true;
+}
+
+// True if the kernel's mutex is now to be given back, `owner` being cleared as is
+// due before that.
+bool clMutex::IsLastLockOf(std::uint64_t self) {
+    if (owner.load(std::memory_order_relaxed) != self) return true;
+    if (--depth != 0) return false;
+    owner.store(0, std::memory_order_relaxed);
+    return true;
+}
+
 void clMutex::Unlock() {
     void* const kernel = Handle();
     if (kernel == nullptr) return;
     held.store(false, std::memory_order_relaxed);
-    if (owner.load(std::memory_order_relaxed) == SerialOfThisThread()) {
-        if (--depth != 0) return;
-        owner.store(0, std::memory_order_relaxed);
-    }
     // On a thread that does not own the mutex the kernel refuses.
-    ReleaseMutex(kernel);
+    if (IsLastLockOf(SerialOfThisThread())) ReleaseMutex(kernel);
+}
+
+bool clMutex::UnlockAndTest(void* event) {
+    void* const kernel = Handle();
+    const std::uint64_t self = SerialOfThisThread();
+    const bool isLast = kernel != nullptr && event != nullptr &&
+                        owner.load(std::memory_order_relaxed) == self && depth == 1;
+    if (!isLast) {
+        Unlock();
+        return IsSignalled(event);
+    }
+    held.store(false, std::memory_order_relaxed);
+    (void)IsLastLockOf(self);
+    const DWORD answer = SignalObjectAndWait(kernel, event, 0, FALSE);
+    if (answer != WAIT_FAILED) return answer == WAIT_OBJECT_0;
+    ReleaseMutex(kernel);  // refused if the call came as far as that
+    return IsSignalled(event);
 }
 
 clMutexLock::clMutexLock(clMutex& mutexToHold)

@@ -233,6 +233,14 @@ TEST(Mutex, WithoutTheKernelsMutexNothingIsGuarded) {
     mutex.Unlock();
     const clMutexLock lock(mutex);
     EXPECT_FALSE(mutex.Held());
+    // The event alone decides, and is found out.
+    HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
+    EXPECT_TRUE(mutex.LockUnless(event));
+    EXPECT_FALSE(mutex.UnlockAndTest(event));
+    SetEvent(event);
+    EXPECT_FALSE(mutex.LockUnless(event));
+    EXPECT_TRUE(mutex.UnlockAndTest(event));
+    CloseHandle(event);
 }
 
 TEST(Mutex, DestructionClosesTheHandleAndClearsTheFields) {
@@ -255,6 +263,125 @@ TEST(Mutex, DestructionClosesTheHandleAndClearsTheFields) {
     late->Unlock();
     const clMutexLock lock(*late);
     EXPECT_FALSE(late->Held());
+}
+
+namespace {
+
+class Event {
+public:
+    explicit Event(bool resetsItself = false)
+        : handle(CreateEventW(nullptr, !resetsItself, FALSE, nullptr)) {}
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    ~Event() { CloseHandle(handle); }
+
+    const HANDLE handle;
+};
+
+}  // namespace
+
+TEST(Mutex, LockUnlessTakesTheMutexWhileTheEventIsQuiet) {
+    clMutex mutex;
+    const Event event;
+    ASSERT_TRUE(mutex.LockUnless(event.handle));
+    EXPECT_TRUE(mutex.Held());
+    EXPECT_FALSE(IsFreeForOthers(mutex));
+    mutex.Lock();  // nested, as behind Lock
+    mutex.Unlock();
+    EXPECT_FALSE(IsFreeForOthers(mutex));
+    mutex.Unlock();
+    EXPECT_TRUE(IsFreeForOthers(mutex));
+}
+
+TEST(Mutex, LockUnlessLeavesTheMutexWhenTheEventIsSignalled) {
+    clMutex mutex;
+    const Event event(true);
+    SetEvent(event.handle);
+    EXPECT_FALSE(mutex.LockUnless(event.handle));
+    EXPECT_FALSE(mutex.Held());
+    EXPECT_TRUE(IsFreeForOthers(mutex));
+    EXPECT_TRUE(mutex.LockUnless(event.handle));  // it has reset itself
+    SetEvent(event.handle);
+    EXPECT_TRUE(mutex.LockUnless(event.handle));  // nested: not looked at
+    mutex.Unlock();
+    mutex.Unlock();
+    EXPECT_FALSE(mutex.LockUnless(event.handle));
+}
+
+TEST(Mutex, LockUnlessWaitsForTheMutexOrTheEvent) {
+    clMutex mutex;
+    const Event event;
+    for (const bool byEvent : {false, true}) {
+        mutex.Lock();
+        std::atomic<int> answer{-1};
+        std::thread other([&] {
+            answer = mutex.LockUnless(event.handle);
+            if (answer == 1) mutex.Unlock();
+        });
+        Sleep(30);
+        EXPECT_EQ(answer, -1);
+        if (byEvent) {
+            SetEvent(event.handle);
+            other.join();
+        }
+        mutex.Unlock();
+        if (!byEvent) other.join();
+        EXPECT_EQ(answer, byEvent ? 0 : 1);
+    }
+}
+
+TEST(Mutex, LockUnlessIsLockWithoutAnEventThatCanBeWaitedFor) {
+    clMutex mutex;
+    Event* const gone = new Event;
+    const HANDLE stale = gone->handle;
+    delete gone;
+    for (const HANDLE event : {HANDLE{nullptr}, stale}) {
+        EXPECT_TRUE(mutex.LockUnless(event));
+        EXPECT_FALSE(IsFreeForOthers(mutex));
+        mutex.Unlock();
+        EXPECT_TRUE(IsFreeForOthers(mutex));
+    }
+}
+
+TEST(Mutex, LockUnlessTakesTheMutexOfAnEndedThread) {
+    clMutex mutex;
+    const Event event;
+    std::thread([&] { mutex.Lock(); }).join();
+    EXPECT_TRUE(mutex.LockUnless(event.handle));
+    EXPECT_FALSE(TryOnAnotherThread(mutex));
+    mutex.Unlock();
+    EXPECT_TRUE(TryOnAnotherThread(mutex));
+}
+
+TEST(Mutex, UnlockAndTestGivesBackAndTellsOfTheEvent) {
+    clMutex mutex;
+    const Event event;
+    for (const bool isSet : {false, true, false}) {
+        isSet ? SetEvent(event.handle) : ResetEvent(event.handle);
+        mutex.Lock();
+        mutex.Lock();
+        EXPECT_EQ(mutex.UnlockAndTest(event.handle), isSet);
+        EXPECT_FALSE(IsFreeForOthers(mutex));
+        EXPECT_EQ(mutex.UnlockAndTest(event.handle), isSet);
+        EXPECT_FALSE(mutex.Held());
+        EXPECT_TRUE(IsFreeForOthers(mutex));
+        EXPECT_EQ(mutex.UnlockAndTest(event.handle), isSet);  // nothing to give back
+        mutex.Lock();
+        EXPECT_FALSE(IsFreeForOthers(mutex));
+        mutex.Unlock();
+    }
+}
+
+TEST(Mutex, UnlockAndTestGivesBackWithoutAnEventThatCanBeAsked) {
+    clMutex mutex;
+    Event* const gone = new Event;
+    const HANDLE stale = gone->handle;
+    delete gone;
+    for (const HANDLE event : {HANDLE{nullptr}, stale}) {
+        mutex.Lock();
+        EXPECT_FALSE(mutex.UnlockAndTest(event));
+        EXPECT_TRUE(IsFreeForOthers(mutex));
+    }
 }
 
 TEST(MutexLock, HoldsForItsScope) {
