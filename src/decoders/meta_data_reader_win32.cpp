@@ -13,14 +13,29 @@ clFileTime FileTimeOf(const FILETIME& time) {
     return {time.dwLowDateTime, time.dwHighDateTime};
 }
 
-// One thread's surroundings, its own decoder among them.
+// One thread's surroundings, its own decoder among them. Under Wine a call of the
+// kernel takes as long as a tenth of a file, so that the lock is taken together
+// with the look at the units, and given back together with the look for a stop.
 class ThreadHost : public MetaDataReaderHost {
 public:
     explicit ThreadHost(const clWorkerStopFlag& flag) : flag_(flag) {}
 
-    bool StopRequested() override { return ::StopRequested(flag_); }
-    void Lock() override { MetaDataMutex.Lock(); }
-    void Unlock() override { MetaDataMutex.Unlock(); }
+    bool StopRequested() override {
+        if (!hasAskedForStop_) return ::StopRequested(flag_);
+        hasAskedForStop_ = false;
+        return stop_;
+    }
+
+    void Lock() override {
+        hasAskedForStop_ = false;
+        while (!MetaDataMutex.LockUnless(units_.ChangeEvent()))
+            units_.Forget();
+    }
+
+    void Unlock() override {
+        stop_ = MetaDataMutex.UnlockAndTest(flag_.handle);
+        hasAskedForStop_ = true;
+    }
 
     bool Open(const clString& path, DecoderOpenRecord& record) override {
         DecoderCreateRecord create{};
@@ -38,12 +53,17 @@ public:
         row.dateCreated = FileTimeOf(file.record.ftCreationTime);
     }
 
-    void GiveWay() override { Sleep(0); }
+    void GiveWay() override {
+        Sleep(0);
+        hasAskedForStop_ = false;  // others have been at work since
+    }
 
 private:
     const clWorkerStopFlag& flag_;
     clTqDecoder decoder_;
-    clUnitsSetting units_;
+    clUnitsWatch units_;
+    bool hasAskedForStop_ = false;
+    bool stop_ = false;  // the answer, if the last act was to give the lock back
 };
 
 }  // namespace

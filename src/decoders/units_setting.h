@@ -25,3 +25,32 @@ private:
 
     void* key = nullptr;  // the platform's handle
 };
+
+// The same for someone who can look at an event for less than the reading costs:
+// the value is read when it may have changed. Belongs to the thread that made it.
+class clUnitsWatch {
+public:
+    clUnitsWatch();
+    clUnitsWatch(const clUnitsWatch&) = delete;
+    clUnitsWatch& operator=(const clUnitsWatch&) = delete;
+    ~clUnitsWatch();
+
+    // Signalled once the value, or the key that it lies in, has changed since the
+    // last reading; resets itself. Null if the platform refuses it. Owned here.
+    void* ChangeEvent() const { return event; }
+    // To be called when the event was signalled: the next answer is read anew.
+    void Forget() { isKnown = false; }
+    // As clUnitsSetting has it. Where changes cannot be watched each is read.
+    [[nodiscard]] bool InHertz();
+
+private:
+    bool Watch();
+    void CloseKeys();
+
+    clUnitsSetting setting;
+    void* event;
+    void* key = nullptr;     // of the value
+    void* parent = nullptr;  // tells when the key is taken away or made
+    bool isKnown = false;
+    bool inHertz = false;
+};

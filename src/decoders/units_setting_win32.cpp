@@ -1,7 +1,12 @@
+#include <windows.h>
+
 #include "decoders/units_setting.h"
 #include "foundation/settings.h"
 
 namespace {
+
+constexpr const wchar_t* parentPath = L"Software\\Brindlefen\\Tonequarry";
+constexpr const wchar_t* keyPath = L"Software\\Brindlefen\\Tonequarry\\Ref";
 
 HKEY HandleOf(void* key) {
     return static_cast<HKEY>(key);
@@ -10,8 +15,7 @@ HKEY HandleOf(void* key) {
 }  // namespace
 
 void clUnitsSetting::OpenKey() {
-    key = OpenSettingsKey(KEY_QUERY_VALUE, HKEY_CURRENT_USER,
-                          L"Software\\Brindlefen\\Tonequarry\\Ref");
+    key = OpenSettingsKey(KEY_QUERY_VALUE, HKEY_CURRENT_USER, keyPath);
 }
 
 void clUnitsSetting::CloseKey() {
@@ -35,4 +39,41 @@ bool clUnitsSetting::InHertz() {
     CloseKey();
     OpenKey();
     return key != nullptr && Read(value) && value != 0;
+}
+
+clUnitsWatch::clUnitsWatch() : event(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {}
+
+clUnitsWatch::~clUnitsWatch() {
+    CloseKeys();
+    if (event != nullptr) CloseHandle(event);
+}
+
+void clUnitsWatch::CloseKeys() {
+    if (key != nullptr) RegCloseKey(HandleOf(key));
+    if (parent != nullptr) RegCloseKey(HandleOf(parent));
+    key = parent = nullptr;
+}
+
+// A request serves for one change and lasts as long as its key is open: the keys
+// are opened anew for new ones. The key alone would not do, since under Wine
+// nobody who watches a key learns that it was deleted.
+bool clUnitsWatch::Watch() {
+    CloseKeys();
+    if (event == nullptr) return false;
+    ResetEvent(event);  // the end of the old requests has signalled it
+    key = OpenSettingsKey(KEY_NOTIFY, HKEY_CURRENT_USER, keyPath);
+    parent = OpenSettingsKey(KEY_NOTIFY, HKEY_CURRENT_USER, parentPath);
+    return key != nullptr && parent != nullptr &&
+           RegNotifyChangeKeyValue(HandleOf(key), FALSE, REG_NOTIFY_CHANGE_LAST_SET, event, TRUE) ==
+               ERROR_SUCCESS &&
+           RegNotifyChangeKeyValue(HandleOf(parent), FALSE, REG_NOTIFY_CHANGE_NAME, event, TRUE) ==
+               ERROR_SUCCESS;
+}
+
+bool clUnitsWatch::InHertz() {
+    if (isKnown) return inHertz;
+    // Watched first and read then: no change falls between the two.
+    isKnown = Watch();
+    inHertz = setting.InHertz();
+    return inHertz;
 }
