@@ -49,6 +49,7 @@ void MetaDataQueue::Refill(const ListedRows& rows) {
 
 void MetaDataQueue::Clear() {
     blocks_.clear();
+    pool_.Trim();
     removed_ = undone_ = end_ = 0;
     ForgetIndex();
 }
@@ -133,4 +134,5 @@ void MetaDataQueue::RemoveHead() {
     if (removed_ % slotsInBlock == 0) blocks_.pop_front();
     undone_ = std::max(undone_, removed_);
     indexed_ = std::max(indexed_, removed_);
+    if (IsEmpty()) pool_.Trim();
 }

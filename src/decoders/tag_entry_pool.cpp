@@ -18,10 +18,11 @@ void* TagEntryPool::Take() {
 
 void TagEntryPool::Give(void* room) {
     --taken_;
-    if (taken_ > 0) {
-        free_ = new (room) Free{free_};
-        return;
-    }
+    free_ = new (room) Free{free_};
+}
+
+void TagEntryPool::Trim() {
+    if (taken_ > 0 || blocks_.empty()) return;
     blocks_.resize(1);
     usedOfLast_ = 0;
     free_ = nullptr;

@@ -21,9 +21,11 @@ public:
 
     // Room for one tag, which the caller makes there.
     void* Take();
-    // Takes that room back, the tag in it being destroyed. With the last one all
-    // memory but the first block is freed.
+    // Takes that room back, the tag in it being destroyed. The memory is kept: the
+    // first use of a page costs more than all else that is done for a tag.
     void Give(void* room);
+    // Frees all memory but the first block, if every room was given back.
+    void Trim();
 
     std::int64_t BlockCount() const { return static_cast<std::int64_t>(blocks_.size()); }
 

@@ -21,15 +21,20 @@ TEST(TagEntryPool, GivesEachItsOwnRoomAndTheLastOneBackFirst) {
     EXPECT_EQ(pool.BlockCount(), 3);
 }
 
-TEST(TagEntryPool, KeepsOneBlockWhenAllIsGivenBack) {
+TEST(TagEntryPool, TrimKeepsOneBlockOnceAllIsGivenBack) {
     TagEntryPool pool;
+    pool.Trim();
+    EXPECT_EQ(pool.BlockCount(), 0);
     std::vector<void*> rooms;
     for (int i = 0; i < 3000; ++i)
         rooms.push_back(pool.Take());
     for (void* room : rooms) {
+        pool.Trim();
         EXPECT_EQ(pool.BlockCount(), 3);
         pool.Give(room);
     }
+    EXPECT_EQ(pool.BlockCount(), 3);
+    pool.Trim();
     EXPECT_EQ(pool.BlockCount(), 1);
     for (int i = 0; i < 1024; ++i)
         pool.Take();
@@ -55,6 +60,7 @@ TEST(TagEntryPool, ServesAListAsTheHeapDoes) {
         EXPECT_EQ(Utf8(tags.Get(L"odd")), "1");
         EXPECT_EQ(Utf8(tags.At(999).value), "1999");
         tags.Clear();
+        pool.Trim();
         EXPECT_EQ(pool.BlockCount(), 1);
     }
 }
