@@ -33,5 +33,12 @@ if [ "$which" != native ]; then
         build/bench-library/small build/bench-library/large || status=1
     scripts/with-wine.sh wine build/win64-release/bin/reader_bench.exe \
         build/bench-library/sounds || status=1
+    # As a whole path of Windows: the main window opens it as its start folder.
+    wide="Z:${root//\//\\}\\build\\bench-library\\wide\\"
+    forms=build/win64-release/bin/form-benches
+    scripts/with-wine.sh wine $forms/start_bench.exe || status=1
+    scripts/with-wine.sh wine $forms/main_window_bench.exe "$wide" || status=1
+    scripts/with-wine.sh wine $forms/file_list_bench.exe || status=1
+    scripts/with-wine.sh wine $forms/list_dialog_bench.exe "$wide" || status=1
 fi
 exit "$status"

@@ -3,6 +3,7 @@
 # Empty ones: FOLDER/small, 10,000 files in 800 folders; FOLDER/large, 100,000 in
 # 8,000. With SAMPLES, a library of make-sample-library.sh, also FOLDER/sounds:
 # its sound files under 2,000 names, in folders of ten files of one kind.
+# And FOLDER/wide: 10,000 files without contents in one folder, 1 to 20 MB large.
 set -euo pipefail
 target=${1:?usage: make-bench-library.sh FOLDER [SAMPLES]}
 samples=${2:-}
@@ -57,5 +58,23 @@ PYTHON
     touch "$stamp"
 }
 
+make_wide() {
+    local stamp=$target/.wide-1
+    [ -e "$stamp" ] && return
+    rm -rf "$target/wide"
+    python3 - "$target/wide" <<'PYTHON'
+import os, sys
+
+folder = sys.argv[1]
+os.makedirs(folder)
+for number in range(10_000):
+    mixed = number * 7_919 % 10_000
+    with open(f"{folder}/{mixed % 97 + 1:02} - Title of the piece {number:06}.tone", "wb") as file:
+        file.truncate(1_000_000 + mixed * 1_900)
+PYTHON
+    touch "$stamp"
+}
+
 make_empty
+make_wide
 [ -z "$samples" ] || make_sounds
