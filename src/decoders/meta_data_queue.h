@@ -59,10 +59,19 @@ public:
     // queue; false also for a queue that was empty before.
     template <class Take>
     bool TakeFinished(Take&& take) {
+        return TakeFinishedWhile([&](const MetaDataItem& item) {
+            take(item);
+            return true;
+        });
+    }
+    // The same, but it ends early, behind the removal, once take answers false.
+    template <class Take>
+    bool TakeFinishedWhile(Take&& take) {
         while (!IsEmpty() && At(removed_).item.done) {
-            take(static_cast<const MetaDataItem&>(At(removed_).item));
+            const bool goesOn = take(static_cast<const MetaDataItem&>(At(removed_).item));
             RemoveHead();
             if (IsEmpty()) return true;
+            if (!goesOn) return false;
         }
         return false;
     }

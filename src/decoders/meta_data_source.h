@@ -38,6 +38,8 @@ public:
     // meta-data mutex held, and removes it. True if this emptied the queue: the
     // list is then complete.
     bool TakeFinished(const std::function<void(const MetaDataItem& item)>& take);
+    // The same, but it ends early, behind the removal, once `take` answers false.
+    bool TakeFinishedWhile(const std::function<bool(const MetaDataItem& item)>& take);
 
     // The reader has been started and has not ended.
     bool IsReading() const;

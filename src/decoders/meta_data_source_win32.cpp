@@ -42,3 +42,9 @@ bool clMetaDataSource::TakeFinished(const std::function<void(const MetaDataItem&
     const clMutexLock lock(MetaDataMutex);
     return queue.TakeFinished(take);
 }
+
+bool clMetaDataSource::TakeFinishedWhile(
+    const std::function<bool(const MetaDataItem& item)>& take) {
+    const clMutexLock lock(MetaDataMutex);
+    return queue.TakeFinishedWhile(take);
+}

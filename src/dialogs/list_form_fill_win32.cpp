@@ -144,17 +144,28 @@ void frmList::UpdateSummary() {
 
 void frmList::OnTimer(std::uint32_t, std::int64_t) {
     openMaximised.OnTimer();
-    bool isComplete = false;
-    {
-        const clMutexLock lock(SubclassMutex);
-        isComplete = fileList.PumpMetaData(&CellTextOfFile);
-    }
+    PumpMetaData();
+    handledFlag = 1;
+}
+
+void frmList::PumpMetaData() {
+    const auto result = fileList.PumpMetaData(&CellTextOfFile);
+    const bool isComplete = result == clFileList::PumpResult::Complete;
     // The reader ends a little behind its last file, and may then have been pumped
     // dry already.
     const bool canCount = !summaryIsSettled && !fileList.Reader().IsReading();
     if (isComplete || canCount) UpdateSummary();
-    if (isComplete) fileList.SortList();
-    handledFlag = 1;
+    if (result == clFileList::PumpResult::Idle) return;
+    PostMessageW(Window(), clFileList::WorkMessage(),
+                 isComplete ? clFileList::Sort : clFileList::GoOnPumping, 0);
+}
+
+void frmList::DoListWork(WPARAM work) {
+    if (work == clFileList::Sort) {
+        fileList.SortList();
+    } else {
+        PumpMetaData();
+    }
 }
 
 void frmList::FillNewColumn() {

@@ -62,6 +62,7 @@ LRESULT frmList::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lP
     if (*handled == 0) result = _RowMenu.Route(window, message, wParam, lParam, handled);
     if (*handled != 0) return result;
     if (message == WM_COMMAND && LOWORD(wParam) == IDC_CONVERT) FinishList(resultConvert);
+    if (message == clFileList::WorkMessage()) DoListWork(wParam);
     return 0;
 }
 

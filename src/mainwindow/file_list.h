@@ -19,6 +19,7 @@
 #include "mainwindow/columns.h"
 #include "selection/selection_host.h"
 #include "toolkit/list_view.h"
+#include "toolkit/mem_bitmap.h"
 #include "toolkit/owned_list.h"
 
 // The order of a list, as its header shows it.
@@ -107,9 +108,20 @@ public:
     // What a cell of a finished file shows: the text for that column's name.
     using CellTextOf =
         std::function<clString(const MetaDataItem& item, const clString& columnName)>;
-    // Writes the finished files' cells. True if the list is complete by this; it
-    // is for the caller then to sort it and to tell its totals.
-    bool PumpMetaData(const CellTextOf& textOf);
+    enum class PumpResult {
+        Idle,      // the reader has to go on first
+        More,      // more files are finished than were to be written in one go
+        Complete,  // the list is complete by this
+    };
+    // Writes the finished files' cells, for some 30 ms at most: what else waits for
+    // the thread comes first then. It is for the form to post itself WorkMessage
+    // with what is left, and to do that when the message comes.
+    PumpResult PumpMetaData(const CellTextOf& textOf);
+    // What wParam of a WorkMessage tells to do.
+    enum Work : WPARAM { GoOnPumping, Sort };
+
+    // The number of that message; the same in all forms.
+    static UINT WorkMessage();
 
     clString _ColumnNames;  // in display order, one CR between two
 
@@ -125,6 +137,7 @@ private:
     clStringList pictureTypes;  // extensions whose pictures are known by now
     std::vector<int> pictures;  // one for each of them
     HIMAGELIST headerImages = nullptr;
+    XMemBitmap rowBitmap;  // of the row that was painted last: nearly all have one size
     DisplayRowIndex displayRows;
     clMetaDataSource reader;
 };

@@ -1,3 +1,4 @@
+#include "foundation/mutex.h"
 #include "mainwindow/file_list.h"
 #include "mainwindow/row_looks.h"
 #include "resources/ids.h"
@@ -19,11 +20,13 @@ struct RowPaint {
     clFont& font;
 };
 
+// The shared icon is loaded once and lives as long as the program: loading it takes
+// longer than painting all the rest of a row.
 void DrawTickBox(const RowPaint& paint, std::int32_t x) {
     const int id = paint.ticked ? IDI_TICKED : IDI_STATE_NONE;
-    const clIconHandle icon(static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0)));
-    DrawIconEx(paint.context, x + row_place::tickBox, 0, icon.Get(), 16, 16, 0, nullptr, DI_NORMAL);
+    const auto icon = static_cast<HICON>(LoadImageW(
+        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, LR_SHARED));
+    DrawIconEx(paint.context, x + row_place::tickBox, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
 }
 
 // The picture of the file's type; false if the row can't tell it.
@@ -126,9 +129,12 @@ void clFileList::DrawRow(const DRAWITEMSTRUCT& item) {
     const std::int32_t width = area.right - area.left;
     const std::int32_t height = area.bottom - area.top;
     if (view.ListWindow() == nullptr || width <= 0 || height <= 0) return;
+    // A row asks the list some fifty times, each of which would enter the kernel.
+    const clMutexLock lock(SubclassMutex);
 
-    XMemBitmap bitmap;
-    bitmap.CreateEmpty(item.hDC, width, height);
+    XMemBitmap& bitmap = rowBitmap;
+    if (bitmap.Width() != width || bitmap.Height() != height)
+        bitmap.CreateEmpty(item.hDC, width, height);
     const COLORREF background =
         (item.itemState & ODS_SELECTED) != 0 ? row_colour::selected : row_colour::background;
     bitmap.FillColour(background);

@@ -1,3 +1,4 @@
+#include <chrono>
 #include <memory>
 #include <utility>
 
@@ -12,6 +13,7 @@
 namespace {
 
 constexpr int smallIcon = 16;
+constexpr std::chrono::milliseconds longestPump{30};
 constexpr UINT stateImageMask = 0xF000;
 
 // The two arrows, ascending first.
@@ -159,19 +161,32 @@ void clFileList::RefillMetaDataQueue() {
     reader.Refill(*this);
 }
 
-bool clFileList::PumpMetaData(const CellTextOf& textOf) {
+clFileList::PumpResult clFileList::PumpMetaData(const CellTextOf& textOf) {
+    // The list's many messages would each take the mutex from the kernel.
+    const clMutexLock lock(SubclassMutex);
+    const auto end = std::chrono::steady_clock::now() + longestPump;
     const clStringList titles = ColumnTitles();
     XListView::CellWriter cells(view);
     displayRows.BeginPass();
-    return reader.TakeFinished([&](const MetaDataItem& item) {
+    bool isOver = false;
+    const bool isComplete = reader.TakeFinishedWhile([&](const MetaDataItem& item) {
+        isOver = std::chrono::steady_clock::now() >= end;
         const std::int32_t displayRow = displayRows.Find(*this, item.rowIndex);
-        if (displayRow < 0) return;
+        if (displayRow < 0) return !isOver;
         WriteCells(
             item.tags, titles, [&](const clString& name) { return textOf(item, name); },
             [&](std::int64_t column, const clString& text) {
                 cells.SetCell(text, displayRow, static_cast<std::int32_t>(column));
             });
+        return !isOver;
     });
+    if (isComplete) return PumpResult::Complete;
+    return isOver ? PumpResult::More : PumpResult::Idle;
+}
+
+UINT clFileList::WorkMessage() {
+    static const UINT message = RegisterWindowMessageW(L"TonequarryListWork");
+    return message;
 }
 
 clString TagCellText(const MetaDataItem& item, const clString& columnName) {

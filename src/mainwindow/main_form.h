@@ -162,6 +162,8 @@ private:
     // `titles`: of all columns, so that not every row asks for them.
     void FillRowCells(std::int32_t displayRow, const clStringList& titles);
     void ListSelectedFolder();
+    void PumpMetaData();
+    void DoListWork(WPARAM work);
     void ShowRowMenu();
 
     // The buttons.

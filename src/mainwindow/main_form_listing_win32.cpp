@@ -80,15 +80,26 @@ void frmMain::ListSelectedFolder() {
 
 void frmMain::OnTimer(std::uint32_t, std::int64_t) {
     openMaximised.OnTimer();
-    bool isComplete = false;
-    {
-        const clMutexLock lock(SubclassMutex);
-        isComplete = fileList.PumpMetaData(&TagCellText);
-    }
+    PumpMetaData();
+    handledFlag = 1;
+}
+
+void frmMain::PumpMetaData() {
+    const auto result = fileList.PumpMetaData(&TagCellText);
+    const bool isComplete = result == clFileList::PumpResult::Complete;
     // The reader ends a little behind its last file, and may then have been pumped
     // dry already; of an empty folder nothing is pumped.
     const bool noticeIsStale = noticeIsShown && !fileList.Reader().IsReading();
     if (isComplete || noticeIsStale) UpdateStatus();
-    if (isComplete) fileList.SortList();
-    handledFlag = 1;
+    if (result == clFileList::PumpResult::Idle) return;
+    PostMessageW(XWindow::Window(), clFileList::WorkMessage(),
+                 isComplete ? clFileList::Sort : clFileList::GoOnPumping, 0);
+}
+
+void frmMain::DoListWork(WPARAM work) {
+    if (work == clFileList::Sort) {
+        fileList.SortList();
+    } else {
+        PumpMetaData();
+    }
 }

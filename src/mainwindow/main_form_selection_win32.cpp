@@ -143,6 +143,7 @@ LRESULT frmMain::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lP
         RefreshDrives();
         *handled = 0;
     }
+    if (message == clFileList::WorkMessage()) DoListWork(wParam);
     if (message == RepairMessage()) {
         RepairSpace(reinterpret_cast<HTREEITEM>(lParam), static_cast<std::int32_t>(wParam));
     }

@@ -195,6 +195,47 @@ TEST_F(Queue, AnItemIsStillThereWhileItIsTaken) {
     EXPECT_TRUE(queue.IsEmpty());
 }
 
+TEST_F(Queue, TakingEndsBehindTheItemThatWasOneTooMany) {
+    Fill({L"a", L"b", L"c"});
+    for (const wchar_t* path : {L"a", L"b", L"c"})
+        Finish(path);
+    std::vector<std::int64_t> taken;
+    const auto takeUpTo = [&](std::int64_t last) {
+        return queue.TakeFinishedWhile([&](const MetaDataItem& item) {
+            taken.push_back(item.rowIndex);
+            return item.rowIndex != last;
+        });
+    };
+    EXPECT_FALSE(takeUpTo(1));
+    EXPECT_THAT(taken, ElementsAre(0, 1));
+    EXPECT_EQ(queue.Count(), 1);
+    EXPECT_TRUE(takeUpTo(2));
+    EXPECT_THAT(taken, ElementsAre(0, 1, 2));
+}
+
+// The index grows in between, and with it what each place of it leads to.
+TEST_F(Queue, ItemsOfALongQueueAreFoundWhileItIsTaken) {
+    std::vector<clString> paths;
+    for (std::int64_t number = 0; number < 300; ++number)
+        paths.emplace_back(number);
+    Fill(paths);
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        MetaDataItem* const item = queue.FirstWithPath(paths[i]);
+        ASSERT_NE(item, nullptr) << i;
+        EXPECT_EQ(item->rowIndex, static_cast<std::int64_t>(i));
+        item->done = true;
+        if (i % 3 == 2) queue.TakeFinishedWhile([](const MetaDataItem&) { return false; });
+        for (const std::size_t other : {i - i / 2, (i + 100) % paths.size()}) {
+            const MetaDataItem* const found = queue.FirstWithPath(paths[other]);
+            const bool isTaken = other < (i + 1) / 3;
+            ASSERT_EQ(found == nullptr, isTaken) << i << ' ' << other;
+            if (found != nullptr) {
+                EXPECT_EQ(found->rowIndex, static_cast<std::int64_t>(other));
+            }
+        }
+    }
+}
+
 TEST_F(Queue, ForgottenRowsAreFoundByNobodyAndTheirItemsGoAsBefore) {
     Fill({L"a", L"b", L"a", L"c"});
     Finish(L"a");
