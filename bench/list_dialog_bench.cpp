@@ -70,18 +70,18 @@ void InDialog(const clStringList& files, const std::function<void(const Dialog&)
 }
 
 void MeasureOpening(const clStringList& files, Judge& judge) {
-    ListContents contents;
+    std::unique_ptr<ListContents> contents;
     std::unique_ptr<BareForm> bare;
     InDialog(files, [&](const Dialog& dialog) {
-        contents = ContentsOf(dialog.list);
+        contents = std::make_unique<ListContents>(dialog.list);
         bare = std::make_unique<BareForm>(IDD_LIST, IDC_FILE_LIST, dialog.list);
     });
-    judge.Require("rows", static_cast<std::int64_t>(contents.rows.size()), manyFiles);
+    judge.Require("rows", contents->RowCount(), manyFiles);
     const std::vector<double> seconds = MediansOf(
         rounds,
         [&] {
             bare->Clear();
-            return WallSecondsOf([&] { bare->Insert(contents); });
+            return WallSecondsOf([&] { bare->Insert(*contents); });
         },
         [&] {
             bare->Clear();
@@ -164,8 +164,9 @@ int wmain(int argc, wchar_t** argv) {
     MakePaths(fewFiles, few);
     clStringList many;
     MakePaths(manyFiles, many);
-    MeasureWaits(onDisk, judge);
     MeasureOpening(many, judge);
+    // Not first: behind the main window, too, rows have been painted before.
+    MeasureWaits(onDisk, judge);
     MeasureTicking(few, many, judge);
     CoUninitialize();
     return judge.Held() ? 0 : 1;

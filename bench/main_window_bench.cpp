@@ -83,7 +83,7 @@ void MeasureListing(const Window& window, Judge& judge) {
     window.SelectParent();
     judge.Require("rows of the folder above", window.Rows(), 0);
     window.SelectFolder();
-    const ListContents contents = ContentsOf(window.List());
+    const ListContents contents(window.List());
     judge.Require("rows", window.Rows(), fileCount);
     const BareForm bare(IDD_MAIN, IDC_FILE_LIST, window.List());
     const clString folder = CommandLineArguments();
@@ -105,7 +105,7 @@ void MeasureListing(const Window& window, Judge& judge) {
 
 void MeasureTicking(const Window& window, Judge& judge) {
     const BareForm bare(IDD_MAIN, IDC_FILE_LIST, window.List());
-    bare.Insert(ContentsOf(window.List()));
+    bare.Insert(ListContents(window.List()));
     const auto tickBare = [&](bool ticked) {
         for (int row = 0; row < fileCount; ++row)
             bare.SetTick(row, ticked);

@@ -201,35 +201,37 @@ bool ServeUntil(const std::function<bool()>& condition, DWORD limitMs) {
     return true;
 }
 
-ListContents ContentsOf(HWND list) {
-    ListContents contents;
-    contents.rows.reserve(static_cast<std::size_t>(Ask(list, LVM_GETITEMCOUNT)));
-    const int columns = ColumnCount(list);
+ListContents::ListContents(HWND list) : columns(ColumnCount(list)) {
     const auto count = static_cast<int>(Ask(list, LVM_GETITEMCOUNT));
-    for (int row = 0; row < count; ++row) {
-        ListContents::Row copied;
-        // What a growing array leaves behind for each row would slow the program's
-        // own allocations down.
-        copied.cells.reserve(static_cast<std::size_t>(columns));
-        for (int column = 0; column < columns; ++column) {
-            wchar_t text[cellCapacity] = {};
-            LVITEMW item = {};
-            item.mask = LVIF_TEXT | (column == 0 ? LVIF_IMAGE | LVIF_STATE : 0U);
-            item.stateMask = stateImageMask;
-            item.iItem = row;
-            item.iSubItem = column;
-            item.pszText = text;
-            item.cchTextMax = cellCapacity;
-            Ask(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-            copied.cells.emplace_back(item.pszText);
-            if (column == 0) {
-                copied.image = item.iImage;
-                copied.state = item.state & stateImageMask;
-            }
-        }
-        contents.rows.push_back(std::move(copied));
+    begins.reserve(static_cast<std::size_t>(count) * static_cast<std::size_t>(columns));
+    images.reserve(static_cast<std::size_t>(count));
+    states.reserve(static_cast<std::size_t>(count));
+    for (int cell = 0; cell < count * columns; ++cell) {
+        wchar_t text[cellCapacity] = {};
+        LVITEMW item = {};
+        item.iItem = cell / columns;
+        item.iSubItem = cell % columns;
+        item.mask = LVIF_TEXT | (item.iSubItem == 0 ? LVIF_IMAGE | LVIF_STATE : 0U);
+        item.stateMask = stateImageMask;
+        item.pszText = text;
+        item.cchTextMax = cellCapacity;
+        Ask(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+        begins.push_back(texts.size());
+        texts.append(item.pszText).push_back(L'\0');
+        if (item.iSubItem != 0) continue;
+        images.push_back(item.iImage);
+        states.push_back(item.state & stateImageMask);
     }
-    return contents;
+}
+
+void ListContents::Take(int number, Row& row) const {
+    const auto at = static_cast<std::size_t>(number);
+    row.image = images[at];
+    row.state = states[at];
+    row.cells.clear();
+    const auto width = static_cast<std::size_t>(columns);
+    for (std::size_t cell = at * width; cell < (at + 1) * width; ++cell)
+        row.cells.push_back(texts.c_str() + begins[cell]);
 }
 
 BareForm::BareForm(int dialogId, int listId, HWND likeList)
@@ -248,8 +250,11 @@ BareForm::BareForm(int dialogId, int listId, HWND likeList)
 
 void BareForm::Insert(const ListContents& contents) const {
     Ask(list, WM_SETREDRAW, FALSE);
-    for (const ListContents::Row& row : contents.rows)
+    ListContents::Row row;
+    for (int number = 0; number < contents.RowCount(); ++number) {
+        contents.Take(number, row);
         InsertRow(row);
+    }
     Ask(list, WM_SETREDRAW, TRUE);
     InvalidateRect(list, nullptr, TRUE);
 }
@@ -268,9 +273,9 @@ void BareForm::InsertRow(const ListContents::Row& row) const {
         Ask(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     SetTick(item.iItem, row.state != INDEXTOSTATEIMAGEMASK(1));
     for (item.iSubItem = 0; item.iSubItem < columns; ++item.iSubItem) {
-        const std::wstring& text = row.cells[static_cast<std::size_t>(item.iSubItem)];
-        if (text.empty()) continue;
-        item.pszText = const_cast<wchar_t*>(text.c_str());
+        const wchar_t* const text = row.cells[static_cast<std::size_t>(item.iSubItem)];
+        if (*text == 0) continue;
+        item.pszText = const_cast<wchar_t*>(text);  // only read
         Ask(list, LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
     }
 }

@@ -122,16 +122,29 @@ bool ServeUntil(const std::function<bool()>& condition, DWORD limitMs);
 // one of the list, and both are shown.
 void RunRowCommand(HWND form, HWND list, int command);
 
-// What the control of a list holds.
-struct ListContents {
+// What the control of a list holds. All texts lie in one piece: a block of the heap
+// for each of them would slow down what the program allocates meanwhile.
+class ListContents {
+public:
     struct Row {
-        std::vector<std::wstring> cells;
+        std::vector<const wchar_t*> cells;
         int image = -1;
         UINT state = 0;
     };
-    std::vector<Row> rows;
+
+    explicit ListContents(HWND list);
+
+    int RowCount() const { return static_cast<int>(images.size()); }
+    // The cells of `row` are filled anew, and stay valid while this lives.
+    void Take(int number, Row& row) const;
+
+private:
+    int columns;
+    std::wstring texts;               // with a terminator behind each
+    std::vector<std::size_t> begins;  // of all cells, row by row
+    std::vector<int> images;
+    std::vector<UINT> states;
 };
-ListContents ContentsOf(HWND list);
 
 // A dialog of the program's own template whose procedure does nothing, with the
 // columns, styles and pictures of another list. It is shown where the other is.
