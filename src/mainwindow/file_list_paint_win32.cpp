@@ -24,8 +24,8 @@ struct RowPaint {
 // longer than painting all the rest of a row.
 void DrawTickBox(const RowPaint& paint, std::int32_t x) {
     const int id = paint.ticked ? IDI_TICKED : IDI_STATE_NONE;
-    const auto icon = static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, LR_SHARED));
+    const auto icon = static_cast<HICON>(
+        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, LR_SHARED));
     DrawIconEx(paint.context, x + row_place::tickBox, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
 }
 
