@@ -12,8 +12,10 @@ struct clFileTime {
     std::uint32_t high = 0;
 };
 
-// Owned by the row array of its list; the meta-data mutex guards the fields that
-// a reader fills. A list row's item parameter is the index of its FileRow.
+// Owned by the row array of its list; a reader fills its fields under the meta-data
+// mutex. A sort and the status line look at them without it, each number by itself,
+// and both come again behind the last file. A list row's item parameter is the index
+// of its FileRow.
 struct FileRow {
     clString path;                // full path
     clString typeName;            // the shell's name of the type

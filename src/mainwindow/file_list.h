@@ -37,8 +37,7 @@ struct SortContext {
 int CALLBACK CompareRows(LPARAM first, LPARAM second, LPARAM sortContext);
 
 // Belongs to the form, as its XListView does; each list row's item parameter is
-// the index of its FileRow. All on the thread of the form. The rows' fields that
-// the reader fills are guarded by the meta-data mutex.
+// the index of its FileRow. All on the thread of the form.
 class clFileList : public ListedRows {
 public:
     explicit clFileList(XListView& listView) : view(listView) {}
