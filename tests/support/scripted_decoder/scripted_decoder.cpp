@@ -26,6 +26,7 @@ std::atomic<int> instancesMade;
 
 struct Instance {
     int number = 0;
+    bool hasOpened = false;
     scripted::Script script;
     std::wstring text;
     std::wstring text2;
@@ -153,6 +154,7 @@ DecoderInstance Create(DecoderCreateRecord* record) {
 
 void Destroy(DecoderInstance instance) {
     const std::unique_ptr<Instance> owned(&InstanceOf(instance));
+    if (owned->hasOpened) Sleep(owned->script.destroySleepMs);
     Log(L"destroy " + std::to_wstring(owned->number));
 }
 
@@ -176,6 +178,7 @@ std::int32_t Get(DecoderInstance handle, const DecoderChar* name, DecoderGetReco
 
 std::int32_t Open(DecoderInstance handle, DecoderOpenRecord* record) {
     Instance& instance = InstanceOf(handle);
+    instance.hasOpened = true;
     DecoderOpenRecord expected = {};
     expected.fileName = record->fileName;
     expected.flags = record->flags;

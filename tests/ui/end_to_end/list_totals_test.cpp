@@ -7,12 +7,14 @@ namespace {
 
 constexpr const wchar_t* holdName = L"Tonequarry tests: reading goes on";
 
+constexpr const char* script =
+    "type=.abc|Some sound\nlength-ms=1000\ntag=Artist|Somebody\n"
+    "wait=Tonequarry tests: reading goes on\n";
+
 class ListTotalsTest : public ListDialogTest {
 protected:
     ListTotalsTest() : hold(CreateEventW(nullptr, TRUE, TRUE, holdName)) {
-        stage.AddDecoder(L"one",
-                         "type=.abc|Some sound\nlength-ms=1000\ntag=Artist|Somebody\n"
-                         "wait=Tonequarry tests: reading goes on\n");
+        stage.AddDecoder(L"one", script);
         for (const wchar_t* name : {L"a.abc", L"b.abc", L"inner\\c.abc"})
             stage.AddFile(name, 786432);
     }
@@ -73,6 +75,15 @@ TEST_F(ListTotalsTest, CountIsToldWhileReadingAndTotalsBehindIt) {
     EXPECT_TRUE(Tells(dialog, L"Converting 2 Files, Source Size: 1.5 MB  Length: 2 seconds"));
     Untick(ListOf(dialog), L"b.abc");
     EXPECT_TRUE(Tells(dialog, L"Converting 1 Files, Source Size: 768 KB  Length: 1 second"));
+}
+
+// Its last file is in the list by then, and nothing is pumped any more.
+TEST_F(ListTotalsTest, TotalsComeForAReaderThatEndsBehindItsLastFile) {
+    stage.AddDecoder(L"one", std::string(script) + "destroy-sleep=1500\n");
+    const HWND dialog = OpenHeld();
+    SetEvent(hold);
+    EXPECT_TRUE(Tells(dialog, L"Converting 3 Files, Reading Meta Data..."));
+    EXPECT_TRUE(Tells(dialog, L"Converting 3 Files, Source Size: 2.25 MB  Length: 3 seconds"));
 }
 
 TEST_F(ListTotalsTest, NothingTickedIsZeroOfEverything) {
