@@ -97,7 +97,7 @@ private:
 };
 
 struct Job {
-    const char* library;
+    const char* decoder;
     const char* file;
 };
 
@@ -154,8 +154,8 @@ TEST(DecoderLibraries, StayInMemoryAndDoNotGrowWhenLoadedAnew) {
     SIZE_T before = 0;
     for (int run = 0; run < runs; ++run) {
         const Job& job = jobs[static_cast<std::size_t>(run) % std::size(jobs)];
-        const Library library(job.library);
-        ASSERT_TRUE(library.Complete()) << job.library;
+        const Library library(job.decoder);
+        ASSERT_TRUE(library.Complete()) << job.decoder;
         ASSERT_TRUE(library.Open(Sample(job.file))) << job.file;
         if (run == 200) before = PrivateBytes();
     }
@@ -212,9 +212,9 @@ TEST(DecoderLibraries, ReadFilesBehindLongPaths) {
         const DeepCopy copy(jobs[i].file);
         ASSERT_TRUE(copy.Copied()) << GetLastError();
         EXPECT_GT(copy.Path().size(), 300u);
-        const Library library(jobs[i].library);
+        const Library library(jobs[i].decoder);
         std::int64_t lengthMs = 0;
-        EXPECT_TRUE(library.Open(copy.Path(), &lengthMs)) << jobs[i].library;
+        EXPECT_TRUE(library.Open(copy.Path(), &lengthMs)) << jobs[i].decoder;
         EXPECT_EQ(2000, lengthMs);
     }
 }
@@ -227,7 +227,7 @@ TEST(DecoderLibraries, ReadAFileThatAnotherProgramHasOpenForWriting) {
                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                           nullptr, OPEN_EXISTING, 0, nullptr);
         ASSERT_NE(INVALID_HANDLE_VALUE, writer);
-        EXPECT_TRUE(Library(jobs[i].library).Open(copy.Path()));
+        EXPECT_TRUE(Library(jobs[i].decoder).Open(copy.Path()));
         CloseHandle(writer);
     }
 }
