@@ -59,7 +59,6 @@ private:
     void CountSummary();
     void RefillQueue();
     void PumpMetaData();
-    void DoListWork(WPARAM work);
     void ShowRowMenu();
     void TickRows(int command);
     void MoveControl(int id, std::int32_t x, std::int32_t y) const;

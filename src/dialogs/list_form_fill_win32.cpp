@@ -155,17 +155,7 @@ void frmList::PumpMetaData() {
     // dry already.
     const bool canCount = !summaryIsSettled && !fileList.Reader().IsReading();
     if (isComplete || canCount) UpdateSummary();
-    if (result == clFileList::PumpResult::Idle) return;
-    PostMessageW(Window(), clFileList::WorkMessage(),
-                 isComplete ? clFileList::Sort : clFileList::GoOnPumping, 0);
-}
-
-void frmList::DoListWork(WPARAM work) {
-    if (work == clFileList::Sort) {
-        fileList.SortList();
-    } else {
-        PumpMetaData();
-    }
+    clFileList::PostRest(Window(), result);
 }
 
 void frmList::FillNewColumn() {

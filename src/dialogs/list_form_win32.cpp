@@ -62,7 +62,10 @@ LRESULT frmList::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lP
     if (*handled == 0) result = _RowMenu.Route(window, message, wParam, lParam, handled);
     if (*handled != 0) return result;
     if (message == WM_COMMAND && LOWORD(wParam) == IDC_CONVERT) FinishList(resultConvert);
-    if (message == clFileList::WorkMessage()) DoListWork(wParam);
+    if (message == clFileList::WorkMessage()) {
+        if (wParam == clFileList::Sort) fileList.SortList();
+        if (wParam == clFileList::GoOnPumping) PumpMetaData();
+    }
     return 0;
 }
 

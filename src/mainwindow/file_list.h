@@ -113,9 +113,10 @@ public:
         Complete,  // the list is complete by this
     };
     // Writes the finished files' cells, for some 30 ms at most: what else waits for
-    // the thread comes first then. It is for the form to post itself WorkMessage
-    // with what is left, and to do that when the message comes.
+    // the thread comes first then.
     PumpResult PumpMetaData(const CellTextOf& textOf);
+    // Posts the form a WorkMessage with what is left behind such a pump.
+    static void PostRest(HWND form, PumpResult result);
     // What wParam of a WorkMessage tells to do.
     enum Work : WPARAM { GoOnPumping, Sort };
 

@@ -184,6 +184,11 @@ clFileList::PumpResult clFileList::PumpMetaData(const CellTextOf& textOf) {
     return isOver ? PumpResult::More : PumpResult::Idle;
 }
 
+void clFileList::PostRest(HWND form, PumpResult result) {
+    if (result == PumpResult::Idle) return;
+    PostMessageW(form, WorkMessage(), result == PumpResult::Complete ? Sort : GoOnPumping, 0);
+}
+
 UINT clFileList::WorkMessage() {
     static const UINT message = RegisterWindowMessageW(L"TonequarryListWork");
     return message;

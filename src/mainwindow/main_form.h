@@ -163,7 +163,6 @@ private:
     void FillRowCells(std::int32_t displayRow, const clStringList& titles);
     void ListSelectedFolder();
     void PumpMetaData();
-    void DoListWork(WPARAM work);
     void ShowRowMenu();
 
     // The buttons.

@@ -91,15 +91,5 @@ void frmMain::PumpMetaData() {
     // dry already; of an empty folder nothing is pumped.
     const bool noticeIsStale = noticeIsShown && !fileList.Reader().IsReading();
     if (isComplete || noticeIsStale) UpdateStatus();
-    if (result == clFileList::PumpResult::Idle) return;
-    PostMessageW(XWindow::Window(), clFileList::WorkMessage(),
-                 isComplete ? clFileList::Sort : clFileList::GoOnPumping, 0);
-}
-
-void frmMain::DoListWork(WPARAM work) {
-    if (work == clFileList::Sort) {
-        fileList.SortList();
-    } else {
-        PumpMetaData();
-    }
+    clFileList::PostRest(XWindow::Window(), result);
 }

@@ -143,7 +143,10 @@ LRESULT frmMain::PreDispatch(HWND window, UINT message, WPARAM wParam, LPARAM lP
         RefreshDrives();
         *handled = 0;
     }
-    if (message == clFileList::WorkMessage()) DoListWork(wParam);
+    if (message == clFileList::WorkMessage()) {
+        if (wParam == clFileList::Sort) fileList.SortList();
+        if (wParam == clFileList::GoOnPumping) PumpMetaData();
+    }
     if (message == RepairMessage()) {
         RepairSpace(reinterpret_cast<HTREEITEM>(lParam), static_cast<std::int32_t>(wParam));
     }
