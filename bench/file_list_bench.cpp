@@ -3,7 +3,6 @@
 #include <windows.h>
 // The platform's other headers need windows.h before them.
 #include <commctrl.h>
-#include <objbase.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -16,7 +15,6 @@
 #include "bench/ui_measure.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
-#include "foundation/settings.h"
 #include "mainwindow/columns.h"
 #include "mainwindow/file_cells.h"
 #include "mainwindow/file_list.h"
@@ -243,11 +241,7 @@ void MeasurePump(ListForm& form, Judge& judge) {
 }  // namespace
 
 int wmain() {
-    static_cast<void>(CoInitialize(nullptr));
-    const INITCOMMONCONTROLSEX all = {sizeof all, 0xFF};
-    InitCommonControlsEx(&all);
-    const OwnSettings settings;
-    InitSettings();
+    const ProgramGround ground;
     Judge judge;
     {
         ListForm form;
@@ -262,6 +256,5 @@ int wmain() {
         MeasureSorting(form, bare, judge);
         MeasurePump(form, judge);
     }
-    CoUninitialize();
     return judge.Held() ? 0 : 1;
 }

@@ -4,7 +4,6 @@
 #include <windows.h>
 // The platform's other headers need windows.h before them.
 #include <commctrl.h>
-#include <objbase.h>
 
 #include <cstdio>
 #include <functional>
@@ -15,7 +14,6 @@
 #include "bench/ui_measure.h"
 #include "dialogs/list_form.h"
 #include "foundation/dir_enum.h"
-#include "foundation/settings.h"
 #include "mainwindow/columns.h"
 #include "resources/ids.h"
 
@@ -151,11 +149,7 @@ int wmain(int argc, wchar_t** argv) {
         std::printf("usage: list_dialog_bench FOLDER\n");
         return 2;
     }
-    static_cast<void>(CoInitialize(nullptr));
-    const INITCOMMONCONTROLSEX all = {sizeof all, 0xFF};
-    InitCommonControlsEx(&all);
-    const OwnSettings settings;
-    InitSettings();
+    const ProgramGround ground;
     Judge judge;
     clStringList onDisk;
     ListFolder(argv[1], onDisk);
@@ -168,6 +162,5 @@ int wmain(int argc, wchar_t** argv) {
     // Not first: behind the main window, too, rows have been painted before.
     MeasureWaits(onDisk, judge);
     MeasureTicking(few, many, judge);
-    CoUninitialize();
     return judge.Held() ? 0 : 1;
 }

@@ -5,14 +5,12 @@
 #include <windows.h>
 // The platform's other headers need windows.h before them.
 #include <commctrl.h>
-#include <objbase.h>
 
 #include <cstdio>
 
 #include "bench/measure.h"
 #include "bench/ui_measure.h"
 #include "foundation/folders.h"
-#include "foundation/settings.h"
 #include "mainwindow/main_form.h"
 #include "resources/ids.h"
 
@@ -158,17 +156,12 @@ int wmain(int argc, wchar_t**) {
         std::printf("usage: main_window_bench FOLDER\n");
         return 2;
     }
-    static_cast<void>(CoInitialize(nullptr));
-    const INITCOMMONCONTROLSEX all = {sizeof all, 0xFF};
-    InitCommonControlsEx(&all);
-    const OwnSettings settings;
-    InitSettings();
+    const ProgramGround ground;
     Judge judge;
     {
         LoopScript script([&judge] { RunAll(judge); });
         script.RunWhenIdle();
         const frmMain form;
     }
-    CoUninitialize();
     return judge.Held() ? 0 : 1;
 }

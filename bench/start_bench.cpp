@@ -7,14 +7,12 @@
 #include <windows.h>
 // The platform's other headers need windows.h before them.
 #include <commctrl.h>
-#include <objbase.h>
 
 #include <cstdio>
 #include <cwchar>
 
 #include "bench/measure.h"
 #include "bench/ui_measure.h"
-#include "foundation/settings.h"
 #include "mainwindow/main_form.h"
 #include "resources/ids.h"
 
@@ -60,11 +58,7 @@ INT_PTR CALLBACK BareProcedure(HWND window, UINT message, WPARAM, LPARAM) {
 }
 
 int RunProcess(bool bare) {
-    static_cast<void>(CoInitialize(nullptr));
-    const INITCOMMONCONTROLSEX all = {sizeof all, 0xFF};
-    InitCommonControlsEx(&all);
-    const OwnSettings settings;
-    InitSettings();
+    const ProgramGround ground;
     SetWindowsHookExW(WH_GETMESSAGE, &WatchPainting, nullptr, GetCurrentThreadId());
     if (bare) {
         DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_MAIN), nullptr,
@@ -72,7 +66,6 @@ int RunProcess(bool bare) {
     } else {
         const frmMain form;
     }
-    CoUninitialize();
     return painted ? 0 : 1;
 }
 

@@ -1,9 +1,13 @@
 #include "bench/ui_measure.h"
 
+#include <objbase.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cwchar>
 #include <utility>
+
+#include "foundation/settings.h"
 
 // The import's own slot: for a menu that chooses at once, without being shown.
 extern "C" decltype(&TrackPopupMenu) __imp_TrackPopupMenu;
@@ -90,6 +94,17 @@ OwnSettings::OwnSettings() : path() {
 OwnSettings::~OwnSettings() {
     RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
     RegDeleteTreeW(HKEY_CURRENT_USER, path);
+}
+
+ProgramGround::ProgramGround() {
+    static_cast<void>(CoInitialize(nullptr));
+    const INITCOMMONCONTROLSEX all = {sizeof all, 0xFF};
+    InitCommonControlsEx(&all);
+    InitSettings();
+}
+
+ProgramGround::~ProgramGround() {
+    CoUninitialize();
 }
 
 LoopScript::LoopScript(std::function<void()> toRun)

@@ -64,6 +64,18 @@ private:
     wchar_t path[64];
 };
 
+// What the program itself sets up before its first window, with OwnSettings.
+class ProgramGround {
+public:
+    ProgramGround();
+    ProgramGround(const ProgramGround&) = delete;
+    ProgramGround& operator=(const ProgramGround&) = delete;
+    ~ProgramGround();
+
+private:
+    OwnSettings settings;
+};
+
 // Runs a script once, from the message loop that the thread is in by then: that of
 // a modal dialog. Made and used on the thread of the loop.
 class LoopScript {
