@@ -11,7 +11,10 @@
  *
  * Threads: one instance is used by one thread at a time, but several instances
  * may live at once in different threads, and the library may be loaded and
- * unloaded many times within one process.
+ * unloaded many times within one process.  A library that cannot give back at its
+ * unloading all that it took (some compilers' runtimes keep a slot of thread-local
+ * storage for each load, and a process has about a thousand) pins itself in its
+ * first Create: GetModuleHandleEx with GET_MODULE_HANDLE_EX_FLAG_PIN.
  *
  * Faults: nothing guards the calls.  A library that crashes, throws out of an
  * export or never returns takes the program with it.

@@ -224,7 +224,8 @@ ProgramStage::~ProgramStage() {
 }
 
 void ProgramStage::AddDecoder(const std::wstring& name, const std::string& script) const {
-    if (!WriteBytes(program + L"decoder\\" + name + L".txt", script)) {
+    // As the libraries that ship: a session loads one thousands of times.
+    if (!WriteBytes(program + L"decoder\\" + name + L".txt", "pin=1\n" + script)) {
         throw std::runtime_error("cannot write the script");
     }
     fs::copy_file(TestProgramFolder() + L"complete.dll", program + L"decoder\\" + name + L".dll",

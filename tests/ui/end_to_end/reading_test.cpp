@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr std::size_t clicks = 150;
+constexpr std::size_t clicks = 1000;
 
 class ReadingTest : public testing::Test {
 protected:
@@ -113,9 +113,9 @@ TEST_F(ReadingTest, StreamOfClicksOnFoldersIsTaken) {
         PressButton();
         ReleaseButton();
     }
-    // This one comes behind all of them, on a folder that none of them was for.
-    ClickSettled(tree.LabelPoint(music));
-    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == music; }, 60000));
+    // The key waits behind all of them, and leads where none of them does.
+    PressKey(VK_HOME);
+    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == tree.Root(); }, 180000));
     for (const std::size_t last : {std::size_t{1}, std::size_t{4}}) {
         ClickSettled(labels.at(last));
         EXPECT_TRUE(WaitUntil([&] { return tree.Selected() == folders.at(last); }));
