@@ -159,8 +159,8 @@ public:
     // comes back in the new one.
     bool SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::int64_t>& rowData);
 
-    // Until `EndBatch` nothing is redrawn, and changes of rows are not told. The
-    // two do not nest.
+    // Until `EndBatch` nothing is redrawn, and changes of rows are not told. They
+    // are not counted: the first `EndBatch`, that of SortRows too, ends them all.
     void BeginBatch();
     // Redraws the whole list.
     void EndBatch();

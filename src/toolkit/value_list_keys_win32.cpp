@@ -50,8 +50,9 @@ XValueList::Answer XValueList::HookMessage(HWND window, UINT message, WPARAM wPa
 bool XValueList::RunKeyDown(std::uint32_t virtualKey, LPARAM keyData) {
     switch (virtualKey) {
         case VK_TAB:
+            // The dialog's alone: left to the list box it would select a row.
             PostMessageW(parent, WM_KEYDOWN, virtualKey, keyData);
-            return false;
+            return true;
         case VK_SPACE:
             RunSpace();
             return true;

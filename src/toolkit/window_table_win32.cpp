@@ -78,6 +78,12 @@ void RemoveAt(std::int32_t index) {
     Put(EntryAt(count), nullptr, nullptr);
 }
 
+void RemoveAllOf(const XWindow* object) {
+    for (std::int32_t i = count - 1; i >= 0; --i) {
+        if (EntryAt(i).object.load(std::memory_order_relaxed) == object) RemoveAt(i);
+    }
+}
+
 XWindow* Scan(HWND window) {
     for (const Block* block = &firstBlock; block != nullptr;
          block = block->next.load(std::memory_order_acquire)) {
@@ -95,6 +101,8 @@ XWindow* Scan(HWND window) {
 void AddToWindowTable(XWindow* object) {
     const clMutexLock lock(WindowMutex);
     const Change change;
+    // A form that is shown again: the system may give its old handle to another.
+    RemoveAllOf(object);
     Put(EntryAt(count), object->Window(), object);
     ++count;
 }
@@ -102,10 +110,7 @@ void AddToWindowTable(XWindow* object) {
 void RemoveFromWindowTable(const XWindow* object) {
     const clMutexLock lock(WindowMutex);
     const Change change;
-    // All of its entries: a form that was shown twice has two.
-    for (std::int32_t i = count - 1; i >= 0; --i) {
-        if (EntryAt(i).object.load(std::memory_order_relaxed) == object) RemoveAt(i);
-    }
+    RemoveAllOf(object);
 }
 
 XWindow* FindInWindowTable(HWND window) {

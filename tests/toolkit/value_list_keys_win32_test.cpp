@@ -99,6 +99,8 @@ TEST(ValueKeys, TabGoesToTheDialog) {
     form.keysUp.clear();
     form.Ask(WM_KEYDOWN, VK_TAB);
     form.Ask(WM_KEYUP, VK_TAB);
+    EXPECT_EQ(form.list.CurrentRow(), -1);
+    EXPECT_EQ(form.Ask(LB_GETCURSEL), LB_ERR);
     MSG message = {};
     ASSERT_TRUE(PeekMessageW(&message, form.form.Window(), WM_KEYDOWN, WM_KEYUP, PM_REMOVE));
     EXPECT_EQ(message.hwnd, form.form.Window());

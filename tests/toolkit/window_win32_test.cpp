@@ -252,6 +252,7 @@ TEST(DialogMode, GetsTheDefaultFocusHoweverOnCreateLeavesTheFlag) {
 
 TEST(DialogMode, RunsModallyAndAgain) {
     RecordingWindow form;
+    HWND before = nullptr;
     for (const INT_PTR answer : {INT_PTR{42}, INT_PTR{7}}) {
         form.during = [&] {
             form.during = nullptr;
@@ -264,6 +265,9 @@ TEST(DialogMode, RunsModallyAndAgain) {
         EXPECT_EQ(RunDialog(form, DialogTemplate(visibleForm, 60, 30)), answer);
         EXPECT_FALSE(IsWindow(form.Window())) << "the dialog is gone, the handle stays";
         EXPECT_NE(form.Window(), nullptr);
+        EXPECT_NE(form.Window(), before);
+        EXPECT_EQ(FindInWindowTable(before), nullptr) << "the handle may be another's by now";
+        before = form.Window();
         EXPECT_EQ(form.AddTimer(0), 0u);
         form.MoveTo(1, 2, keepCurrent, keepCurrent);
     }
@@ -407,6 +411,22 @@ TEST(SetIcons, ShowsDuplicatesAndTakesTheIcons) {
     }
     EXPECT_FALSE(IsIcon(shownBig)) << "the window owned it";
     EXPECT_FALSE(IsIcon(shownLittle));
+}
+
+TEST(Cursor, GoesWithItsWindow) {
+    class Pointing : public RecordingWindow {
+    public:
+        explicit Pointing(HCURSOR owned) { cursor = owned; }
+    };
+    const HCURSOR owned = CopyCursor(LoadCursorW(nullptr, IDC_SIZEWE));
+    ASSERT_TRUE(IsIcon(owned));
+    {
+        Pointing window(owned);
+        window.CreateWnd(somewhere, WS_POPUP, 0, nullptr);
+        window.DestroyWnd();
+        EXPECT_TRUE(IsIcon(owned)) << "the window may be made again";
+    }
+    EXPECT_FALSE(IsIcon(owned));
 }
 
 TEST(SetIcons, LeavesTheIconsAloneWithoutAWindow) {
