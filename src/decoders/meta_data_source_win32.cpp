@@ -16,6 +16,9 @@ bool clMetaDataSource::IsReading() const {
 }
 
 void clMetaDataSource::StopReader() {
+    // The user waits for it now. Left in the background it could outlast its grace on
+    // a busy machine, and be frozen with a decoder that only needed its turn.
+    SetThreadPriority(worker.ThreadHandle(), THREAD_PRIORITY_NORMAL);
     worker.Stop();
     // The queue and the rows are the thread's until it has ended.
     while (IsReading())

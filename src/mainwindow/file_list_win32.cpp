@@ -92,6 +92,7 @@ bool clFileList::IsTicked(std::int32_t displayRow) const {
 }
 
 void clFileList::SetTicked(std::int32_t displayRow, bool ticked) {
+    if (displayRow < 0) return;  // to the control -1 is every row
     LVITEMW item = {};
     item.state = INDEXTOSTATEIMAGEMASK(static_cast<UINT>(ticked ? RowTicked : RowUnticked));
     item.stateMask = stateImageMask;

@@ -69,11 +69,10 @@ void frmMain::LayoutPanes(std::int32_t width, std::int32_t height) {
     const HWND window = XWindow::Window();
     const std::int32_t top = panesTop + VerticalUnits(window, 1);
     const std::int32_t paneHeight = height - VerticalUnits(window, statusUnits) - top;
-    const std::int32_t listLeft = splitter.Position() + splitterWidth;
     SetWindowPos(_TreeDrive.TreeWindow(), nullptr, 0, top, splitter.Position(), paneHeight,
                  moveOnly);
-    SetWindowPos(_ListFiles.ListWindow(), nullptr, listLeft, top, width - listLeft, paneHeight,
-                 moveOnly);
+    SetWindowPos(_ListFiles.ListWindow(), nullptr, splitter.ListLeft(), top,
+                 splitter.ListWidth(width), paneHeight, moveOnly);
 }
 
 void frmMain::OnSize(std::uint32_t width, std::uint32_t height, std::uint32_t) {

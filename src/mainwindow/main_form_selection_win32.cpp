@@ -121,8 +121,14 @@ void frmMain::ToggleNode(XTreeItem node) {
 // A key that waited in the queue already would step on from the state in between.
 void frmMain::FinishSpace() const {
     MSG repair = {};
-    while (PeekMessageW(&repair, XWindow::Window(), RepairMessage(), RepairMessage(), PM_REMOVE))
+    while (PeekMessageW(&repair, XWindow::Window(), RepairMessage(), RepairMessage(), PM_REMOVE)) {
+        if (repair.message == WM_QUIT) {
+            // That one comes through every filter, and is for the form's own loop.
+            PostQuitMessage(static_cast<int>(repair.wParam));
+            return;
+        }
         DispatchMessageW(&repair);
+    }
 }
 
 void frmMain::RepairSpace(HTREEITEM item, std::int32_t state) {

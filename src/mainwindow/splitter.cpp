@@ -18,7 +18,15 @@ void clSplitter::Restore(std::int32_t stored, std::int32_t desktopWidth) {
 }
 
 SplitterZone clSplitter::Zone(std::int32_t bottom) const {
-    return {_SplitterPos, Sum(_SplitterPos, splitterWidth), zoneTop, bottom};
+    return {_SplitterPos, ListLeft(), zoneTop, bottom};
+}
+
+std::int32_t clSplitter::ListLeft() const {
+    return Sum(_SplitterPos, splitterWidth);
+}
+
+std::int32_t clSplitter::ListWidth(std::int32_t clientWidth) const {
+    return Sum(clientWidth, Sum(~ListLeft(), 1));
 }
 
 void clSplitter::Begin(std::int32_t x) {

@@ -27,6 +27,9 @@ public:
     std::int32_t Position() const { return _SplitterPos; }
     bool IsDragging() const { return _SplitterDragging; }
     [[nodiscard]] SplitterZone Zone(std::int32_t bottom) const;
+    // Where the list begins behind the strip, and how wide that leaves it.
+    [[nodiscard]] std::int32_t ListLeft() const;
+    [[nodiscard]] std::int32_t ListWidth(std::int32_t clientWidth) const;
 
     void Begin(std::int32_t x);
     // Follows the pointer by the way it went since the last call; the position is

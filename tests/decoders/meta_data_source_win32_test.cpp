@@ -312,6 +312,23 @@ TEST_F(MetaDataSource, StopWaitsForTheFileAtHandAndLeavesTheRest) {
     EXPECT_FALSE(drained);
 }
 
+TEST_F(MetaDataSource, IsNoLongerInTheBackgroundWhileAStopWaits) {
+    Script("a.abc", gated);
+    AddRows({L"a.abc"});
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(EventuallyOpened(L"a.abc"));
+    int priority = THREAD_PRIORITY_LOWEST;
+    std::thread opener([&, stop = source.Worker().StopEvent()] {
+        EXPECT_EQ(WaitForSingleObject(stop, 10000), WAIT_OBJECT_0);
+        priority = GetThreadPriority(source.Worker().ThreadHandle());
+        OpenGate();
+    });
+    source.StopReader();
+    opener.join();
+    EXPECT_EQ(priority, THREAD_PRIORITY_NORMAL);
+}
+
 TEST_F(MetaDataSource, RefillStopsTheOldReaderAndShowsNothingOfTheOldList) {
     Script("old.abc", gated);
     RowList old;

@@ -143,6 +143,15 @@ TEST(SortedList, EqualRowsAndTicksStayWithTheirFiles) {
     EXPECT_EQ(Utf8(form.files.RowAt(2)->path), "b");
 }
 
+TEST(TickedRows, RowThatWasNotInsertedTicksNoOther) {
+    FileListForm form(L"Name");
+    form.AddRow(L"a", {L"a"});
+    form.AddRow(L"b", {L"b"});
+    form.files.SetTicked(-1, true);
+    EXPECT_FALSE(form.files.IsTicked(0));
+    EXPECT_FALSE(form.files.IsTicked(1));
+}
+
 TEST(CompareRows, RowsOutsideTheListAreEqual) {
     FileListForm form(L"Name");
     form.AddRow(L"a", {L"a"});

@@ -25,6 +25,19 @@ TEST(Splitter, KeepsAStoredPositionFromAHundredOn) {
     EXPECT_EQ(At(4000).Position(), 4000);
 }
 
+TEST(Splitter, LeavesTheListWhatIsBehindItsStrip) {
+    EXPECT_EQ(At(300).ListLeft(), 304);
+    EXPECT_EQ(At(300).ListWidth(1000), 696);
+    EXPECT_EQ(At(4000).ListWidth(1000), -3004);
+}
+
+// Anything may stand in the registry.
+TEST(Splitter, WrapsBeyondTheLargestPosition) {
+    EXPECT_EQ(At(0x7FFFFFFF).ListLeft(), -0x7FFFFFFF + 2);
+    EXPECT_EQ(At(0x7FFFFFFF).ListWidth(1000), -0x7FFFFFFF + 996);
+    EXPECT_EQ(At(0x7FFFFFFC).ListWidth(0), -0x7FFFFFFF - 1);
+}
+
 TEST(Splitter, IsHeldWithinFivePixelsAcross) {
     const SplitterZone zone = At(300).Zone(700);
     EXPECT_FALSE(zone.Has(299, 400));

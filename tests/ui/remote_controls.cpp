@@ -23,7 +23,8 @@ bool WaitUntil(const std::function<bool()>& condition, DWORD limitMs) {
 LRESULT Ask(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     DWORD_PTR result = 0;
     if (SendMessageTimeoutW(window, message, wParam, lParam, SMTO_NORMAL, 20000, &result) == 0) {
-        throw std::runtime_error("a window does not answer");
+        throw std::runtime_error(IsWindow(window) ? "a window does not answer"
+                                                  : "a window has gone");
     }
     return static_cast<LRESULT>(result);
 }
