@@ -93,20 +93,6 @@ private:
         void OnClick(std::uint32_t which) override;
     };
 
-    // While it lives, the status line waits: a command that changes every row would
-    // count all rows once for each.
-    class HoldStatus {
-    public:
-        explicit HoldStatus(frmMain& held);
-        HoldStatus(const HoldStatus&) = delete;
-        HoldStatus& operator=(const HoldStatus&) = delete;
-        ~HoldStatus();
-
-    private:
-        frmMain& form;
-        clMutexLock lock;  // the list's many messages then stay out of the kernel
-    };
-
     // Lifecycle.
     void MakeButtons();
     void AddFormButton(FormButton& button, std::uint32_t picture, std::int32_t x,
@@ -185,6 +171,8 @@ private:
     clString RowFilePath(std::int32_t row) const override;
     std::int32_t RowCheckState(std::int32_t row) const override;
     void SetRowCheckState(std::int32_t row, std::int32_t check) override;
+    void BeginRowFlips() override;
+    void EndRowFlips() override;
     void RefuseNetworkNode() override;
     bool ConfirmReset() override;
     void ListFolder(TreeNode node) override;
@@ -219,7 +207,7 @@ private:
     clString _StatusText;
     SelectionModel selection;
     clOpenMaximised openMaximised;
-    std::int32_t statusHolds;
+    std::int32_t statusHolds;  // runs of row flips under way: the status line waits
     bool statusIsStale;
     bool noticeIsShown;  // that the reader works, as last painted
 };

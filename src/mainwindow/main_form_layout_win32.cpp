@@ -114,16 +114,6 @@ void frmMain::OnEraseBackground(HDC dc) {
     handledFlag = 1;
 }
 
-frmMain::HoldStatus::HoldStatus(frmMain& held) : form(held), lock(SubclassMutex) {
-    ++form.statusHolds;
-}
-
-frmMain::HoldStatus::~HoldStatus() {
-    if (--form.statusHolds > 0 || !form.statusIsStale) return;
-    form.statusIsStale = false;
-    form.UpdateStatus();
-}
-
 void frmMain::UpdateStatus() {
     if (statusHolds > 0) {
         statusIsStale = true;

@@ -69,6 +69,21 @@ void frmMain::SetRowCheckState(std::int32_t row, std::int32_t check) {
     fileList.SetTicked(row, check != RowUnticked);
 }
 
+// The status line would count all rows once for each flip, and the list's many
+// messages would each take the mutex from the kernel.
+void frmMain::BeginRowFlips() {
+    SubclassMutex.Lock();
+    ++statusHolds;
+}
+
+void frmMain::EndRowFlips() {
+    if (--statusHolds == 0 && statusIsStale) {
+        statusIsStale = false;
+        UpdateStatus();
+    }
+    SubclassMutex.Unlock();
+}
+
 void frmMain::RefuseNetworkNode() {
     MessageBoxW(XWindow::Window(), L"Only folders within a network can be set for inclusion",
                 programTitle, MB_OK | MB_ICONHAND);
@@ -105,7 +120,6 @@ void frmMain::_TreeDriveView::OnTreeDoubleClick(std::uint8_t* result) {
 // Windows it finds nothing to do.
 void frmMain::_TreeDriveView::OnTreeSpace() {
     owner.FinishSpace();
-    const HoldStatus held(owner);
     const XTreeItem node = owner.SelectedItem();
     const std::int32_t state = owner.selection.ToggleBySpace();
     if (state == 0) return;
@@ -114,7 +128,6 @@ void frmMain::_TreeDriveView::OnTreeSpace() {
 }
 
 void frmMain::ToggleNode(XTreeItem node) {
-    const HoldStatus held(*this);
     selection.ToggleFolder(reinterpret_cast<TreeNode>(node.item));
 }
 
@@ -169,7 +182,6 @@ LRESULT frmMain::_ListFilesView::WndHook(HWND window, UINT message, WPARAM wPara
                                          std::uint32_t* handled) {
     if (message != WM_LBUTTONDOWN)
         return XListView::WndHook(window, message, wParam, lParam, handled);
-    const HoldStatus held(owner);
     const SelectionModel::RowFlips flips(owner.selection);
     return XListView::WndHook(window, message, wParam, lParam, handled);
 }
@@ -202,7 +214,6 @@ void frmMain::ShowRowMenu() {
     const BOOL command = TrackPopupMenu(GetSubMenu(_RowMenu.Menu(), 0),
                                         TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x,
                                         pointer.y, 0, XWindow::Window(), nullptr);
-    const HoldStatus held(*this);
     switch (command) {
         case ID_CHECK_ALL:
             selection.RunRowCommand(RowCommand::CheckAll);

@@ -50,6 +50,10 @@ public:
     virtual std::int32_t RowCheckState(std::int32_t row) const = 0;
     // May report the flip back through SelectionModel::OnRowChecked before it returns.
     virtual void SetRowCheckState(std::int32_t row, std::int32_t check) = 0;
+    // Around flips of many rows, so that what follows from each can be done once at
+    // the end. Calls nest, in pairs; the user is asked and told nothing between them.
+    virtual void BeginRowFlips() {}
+    virtual void EndRowFlips() {}
 
     // Tells the user that only folders within a network can be chosen.
     virtual void RefuseNetworkNode() = 0;

@@ -2,13 +2,16 @@
 #include "selection/selection_model.h"
 
 SelectionModel::RowFlips::RowFlips(SelectionModel& model) : model_(model) {
+    model_.host_.BeginRowFlips();
     ++model_.openFlips_;
 }
 
 SelectionModel::RowFlips::~RowFlips() {
-    if (--model_.openFlips_ > 0 || !model_.ancestorsAreStale_) return;
-    model_.ancestorsAreStale_ = false;
-    model_.UpdateSelectedAncestors();
+    if (--model_.openFlips_ == 0 && model_.ancestorsAreStale_) {
+        model_.ancestorsAreStale_ = false;
+        model_.UpdateSelectedAncestors();
+    }
+    model_.host_.EndRowFlips();
 }
 
 bool SelectionModel::RowTicked(std::int32_t row) const {

@@ -457,6 +457,32 @@ TEST_F(SelectionModelTest, ManyFlipsLookAtTheSiblingsOnce) {
     EXPECT_LT(host.stateReads, 3 * siblings);
 }
 
+TEST_F(SelectionModelTest, ARunOfFlipsIsAnnouncedToTheHost) {
+    host.Show(rock, {rockOne});
+    host.Click(rock);
+    EXPECT_EQ(host.Ticks(), "x");
+    EXPECT_EQ(host.rowFlipRuns, 1);
+    model.RunRowCommand(RowCommand::UncheckAll);
+    EXPECT_EQ(host.Ticks(), "-");
+    EXPECT_EQ(host.rowFlipRuns, 2);
+    host.PressSpace();
+    EXPECT_EQ(host.Ticks(), "x");
+    EXPECT_EQ(host.rowFlipRuns, 3);
+    EXPECT_EQ(host.singleFlips, 0);
+    EXPECT_EQ(host.openRowFlips, 0);
+}
+
+// The host holds its list meanwhile: with a box before the user it would hold it
+// until that is answered.
+TEST_F(SelectionModelTest, NothingIsToldToTheUserWithinARunOfFlips) {
+    host.Click(network);
+    host.PressSpace();
+    model.ResetSelections();
+    EXPECT_EQ(host.refusals, 2);
+    EXPECT_EQ(host.questions, 1);
+    EXPECT_EQ(host.toldWithinRowFlips, 0);
+}
+
 TEST_F(SelectionModelTest, ClearingARunOfSiblingsGoesDownButNotUp) {
     host.Click(music);
     host.SetState(drive, StateChildSelected);

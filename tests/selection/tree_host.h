@@ -80,11 +80,21 @@ public:
         std::int32_t& now = rows_.at(Index(row)).check;
         if (now == check) return;
         now = check;
+        if (openRowFlips == 0) ++singleFlips;
         if (reportsFlips) model.OnRowChecked(row, check == ::RowTicked);
     }
-    void RefuseNetworkNode() override { ++refusals; }
+    void BeginRowFlips() override { ++openRowFlips; }
+    void EndRowFlips() override {
+        --openRowFlips;
+        ++rowFlipRuns;
+    }
+    void RefuseNetworkNode() override {
+        ++refusals;
+        if (openRowFlips > 0) ++toldWithinRowFlips;
+    }
     bool ConfirmReset() override {
         ++questions;
+        if (openRowFlips > 0) ++toldWithinRowFlips;
         return answersYes;
     }
     void ListFolder(TreeNode node) override { listed.push_back(node); }
@@ -94,6 +104,10 @@ public:
     bool answersYes = true;
     int refusals = 0;
     int questions = 0;
+    int openRowFlips = 0;        // of BeginRowFlips without its EndRowFlips
+    int rowFlipRuns = 0;         // that have come to their end
+    int singleFlips = 0;         // outside all runs
+    int toldWithinRowFlips = 0;  // refusals and questions
     mutable std::int64_t stateReads = 0;
     std::vector<TreeNode> listed;
 
