@@ -29,8 +29,9 @@ void ShowColumnMenu(HWND owner, XListView& view, clFileList& list, ColumnMenuHos
 // catalogue nor known to a decoder stand at the end. Null if it cannot be loaded.
 [[nodiscard]] HMENU BuildColumnMenu(const clString& columnNames);
 
-// The names that the libraries of the decoder folder offer as columns, each once,
-// in the spelling met first, sorted without regard to the case of A to Z.
+// The names that the libraries of the decoder folder offer as columns, sorted.
+// A name is met again whatever the case of A to Z, since a tag is looked up without
+// regard to it; it keeps the spelling met first.
 void DiscoverPropertyNames(clStringList& names);
 
 // Adds the column to the list, or removes it if it is there. `title` is compared

@@ -72,7 +72,7 @@ void DiscoverPropertyNames(clStringList& names) {
         clStringList offered;
         if (LoadForLists(library, decoder)) ReadPropertyNames(decoder, offered);
         for (std::int64_t i = 0; i < offered.Count(); ++i) {
-            if (names.IndexOf(*offered.At(i), false) < 0) names.Add(*offered.At(i));
+            if (names.IndexOf(*offered.At(i), true) < 0) names.Add(*offered.At(i));
         }
         return true;
     });

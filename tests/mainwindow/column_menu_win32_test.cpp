@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "decoders/decoder_registry.h"
 #include "tests/support/decoder_folder.h"
 #include "tests/support/text.h"
 
@@ -91,6 +92,22 @@ TEST_F(ColumnMenu, ExtendedPropertiesAreSortedAndEachComesOnce) {
     EXPECT_THAT(
         ItemsOf(menu.Properties()),
         ElementsAre("10040 Audio Quality", "10041 codec version", "+10042 Encoder", "10043 Zone"));
+}
+
+TEST_F(ColumnMenu, PropertyOfTwoDecodersComesOnceAsTheFirstOneSpellsIt) {
+    const clString one = decoders.Add("one", "elements=Codec|encoder|Zone\n");
+    const clString two = decoders.Add("two", "elements=ENCODER|Codec|zone|Mood of two\n");
+    clString first;
+    WalkDecoderFolder([&first](const clString& library) {
+        first.Assign(library);
+        return false;
+    });
+    const bool isOne = first.CompareNoCase(one) == 0;
+    ASSERT_TRUE(isOne || first.CompareNoCase(two) == 0);
+    const BuiltMenu menu(L"Name\rEncoder");
+    EXPECT_THAT(ItemsOf(menu.Properties()),
+                ElementsAre("10040 Codec", isOne ? "+10041 encoder" : "+10041 ENCODER",
+                            "10042 Mood of two", isOne ? "10043 Zone" : "10043 zone"));
 }
 
 TEST_F(ColumnMenu, PropertyOfTheCatalogueKeepsItsPlaceThere) {
