@@ -113,7 +113,7 @@ private:
     // Tree.
     XTreeItem AddTreeNode(const clString& text, const clString& path, XTreeItem parent,
                           bool sharedIcon);
-    XTreeItem AddTreeNodeIfThere(const clString& text, std::int32_t csidl);
+    void AddTreeNodeIfThere(const clString& text, std::int32_t csidl);
     void FillRoots();
     void AddMusicRoots();
     void AddLibraryFolders();

@@ -215,11 +215,9 @@ void frmMain::FillRoots() {
     }
 }
 
-XTreeItem frmMain::AddTreeNodeIfThere(const clString& text, std::int32_t csidl) {
-    clString path = ShellFolder(csidl);
-    if (path.IsEmpty()) return {};
-    EnsureBackslash(path);
-    return PathExists(path) ? AddTreeNode(text, path, {}, false) : XTreeItem{};
+void frmMain::AddTreeNodeIfThere(const clString& text, std::int32_t csidl) {
+    const clString path = FolderPath(csidl, L"");
+    if (!path.IsEmpty() && PathExists(path)) AddTreeNode(text, path, {}, false);
 }
 
 void frmMain::AddMusicRoots() {

@@ -18,6 +18,7 @@ using testing::ElementsAre;
 using testing::ElementsAreArray;
 using Names = std::vector<std::wstring>;
 
+constexpr int documentsFolder = 5;
 constexpr int musicFolder = 13;
 constexpr int videoFolder = 14;
 constexpr int publicMusicFolder = 53;
@@ -67,6 +68,31 @@ public:
 
 private:
     static constexpr const wchar_t* key = L"Software\\Wine\\AppDefaults\\Tonequarry.exe";
+};
+
+// A folder that the user does not have, with one file at most.
+class clExtraFolder {
+public:
+    explicit clExtraFolder(std::wstring folder) : path(std::move(folder)) {
+        CreateDirectoryW(path.c_str(), nullptr);
+    }
+    clExtraFolder(const clExtraFolder&) = delete;
+    clExtraFolder& operator=(const clExtraFolder&) = delete;
+    ~clExtraFolder() {
+        DeleteFileW(file.c_str());
+        RemoveDirectoryW(path.c_str());
+    }
+
+    const std::wstring& Path() const { return path; }
+    const std::wstring& AddFile(const wchar_t* name) {
+        file = path + L"\\" + name;
+        WriteBytes(file, "x");
+        return file;
+    }
+
+private:
+    std::wstring path;
+    std::wstring file;
 };
 
 // A drive letter that leads to a folder.
@@ -162,6 +188,26 @@ TEST_F(RootsTest, FoldersOfTheSpecialKindStandThereOnOlderSystems) {
     const Names roots = Roots();
     EXPECT_THAT(FrontOf(roots), ElementsAre(L"My Documents"));
     EXPECT_THAT(BehindDrives(roots), ElementsAre(L"Network"));
+}
+
+// A path without its backslash would be the beginning of its sibling's.
+TEST_F(RootsTest, DocumentsFolderIsNotItsSiblingOfTheSameBeginning) {
+    const ConverterStage converter("read\nsignal\n", stage.ProgramFolder());
+    const clShownVersion version(L"winxp64");
+    clExtraFolder sibling(KnownFolder(documentsFolder) + L" of the tests");
+    const std::wstring file = sibling.AddFile(L"a.abc");
+    RunningProgram& program = stage.Start(sibling.Path());
+    const RemoteTree tree = program.Tree();
+    ASSERT_EQ(tree.State(tree.Selected()), 4);
+    const RemoteItem documents = tree.Find(0, L"My Documents");
+    ASSERT_NE(documents, 0);
+    for (const int state : {4, 5, 1}) {
+        ClickSettled(tree.PicturePoint(documents));
+        ASSERT_TRUE(WaitUntil([&] { return tree.State(documents) == state; }));
+    }
+    program.PressButton(BarButton::Convert);
+    ASSERT_TRUE(converter.WaitFor(L"signalled"));
+    EXPECT_EQ(converter.List(), ListBytes({file}));
 }
 
 TEST_F(RootsTest, LibraryFolderOnAVanishedDriveGoesForGood) {
