@@ -51,6 +51,36 @@ TEST_P(SortedByColumn, FirstClickAscendsAndTheNextTurnsItRound) {
     EXPECT_THAT(form.FirstCells(), ElementsAre("b", "c", "a"));
 }
 
+// The same order by the comparison of two rows alone, as a list control asks for it.
+TEST_P(SortedByColumn, ComparatorOfRowsSaysTheSame) {
+    const SortedColumn& tested = GetParam();
+    clString names(L"Name\r");
+    names.Append(tested.title);
+    FileListForm form(names.Chars());
+    for (int i = 0; i < 3; ++i) {
+        FileRow& row = form.AddRow(L"", {L"", tested.cells.at(static_cast<size_t>(i))});
+        if (tested.fill) tested.fill(row, ranks[i]);
+    }
+    SortContext context;
+    context.columnName.Assign(tested.title);
+    context.column = 1;
+    context.list = &form.view;
+    context.rows = &form.files;
+    for (const bool ascending : {true, false}) {
+        context.ascending = ascending;
+        for (int first = 0; first < 3; ++first) {
+            for (int second = 0; second < 3; ++second) {
+                const int order = ranks[first] < ranks[second]   ? -1
+                                  : ranks[first] > ranks[second] ? 1
+                                                                 : 0;
+                EXPECT_EQ(CompareRows(first, second, reinterpret_cast<LPARAM>(&context)),
+                          ascending ? order : -order)
+                    << first << ',' << second;
+            }
+        }
+    }
+}
+
 // Where the record counts, the cells say the opposite.
 INSTANTIATE_TEST_SUITE_P(
     Columns, SortedByColumn,
@@ -150,6 +180,33 @@ TEST(TickedRows, RowThatWasNotInsertedTicksNoOther) {
     form.files.SetTicked(-1, true);
     EXPECT_FALSE(form.files.IsTicked(0));
     EXPECT_FALSE(form.files.IsTicked(1));
+}
+
+TEST(CompareRows, RowsWithoutARecordAreEqual) {
+    FileListForm form(L"Name\rSize");
+    form.AddRow(L"a", {L"a", L"1"}).sizeBytes = 1;
+    form.AddRow(L"b", {L"b", L"2"}).sizeBytes = 2;
+    SortContext context;
+    context.list = &form.view;
+    context.rows = &form.files;
+    const auto compare = [&context] {
+        return CompareRows(0, 1, reinterpret_cast<LPARAM>(&context));
+    };
+    for (const wchar_t* column : {L"Name", L"Size"}) {
+        context.columnName.Assign(column);
+        context.column = form.files.ColumnTitled(column);
+        for (const LPARAM param : {-1, 2, 7}) {
+            LVITEMW item = {};
+            item.mask = LVIF_PARAM;
+            item.iItem = 1;
+            item.lParam = param;
+            SendMessageW(form.Control(), LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            EXPECT_EQ(compare(), 0) << Utf8(column) << ' ' << param;
+            item.lParam = 1;
+            SendMessageW(form.Control(), LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+            EXPECT_EQ(compare(), -1) << Utf8(column);
+        }
+    }
 }
 
 TEST(CompareRows, RowsOutsideTheListAreEqual) {
