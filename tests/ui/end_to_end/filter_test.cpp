@@ -95,6 +95,18 @@ TEST_F(FilterTest, CancelBehindExcludeAllChangesNothing) {
     EXPECT_EQ(stage.Text(L"zKR-FileSelector-Exclusion"), L"");
 }
 
+// The list's own control has a number drawn by lot, and tells other things with it.
+TEST_F(FilterTest, NothingButAClickOfAButtonCounts) {
+    stage.Start(stage.Music());
+    const HWND dialog = Open();
+    for (const int notification : {BN_PAINT, BN_DOUBLECLICKED, BN_SETFOCUS, BN_KILLFOCUS})
+        Ask(dialog, WM_COMMAND, static_cast<WPARAM>(MAKELONG(excludeAllId, notification)));
+    ClickControl(dialog, IDOK);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Exclusion"), L"");
+}
+
 // What every other test here leans on: the program learns by asking where the
 // pointer is, however late it comes to a press.
 TEST_F(FilterTest, ClickOfASlowProgramCountsWhereItWasMade) {
