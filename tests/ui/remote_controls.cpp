@@ -125,6 +125,17 @@ bool RemoteTree::HasExpander(RemoteItem item) const {
     return block.Take<TVITEMW>().cChildren != 0;
 }
 
+RemoteTree::Images RemoteTree::ImagesOf(RemoteItem item) const {
+    const RemoteBlock block(window);
+    TVITEMW parts = {};
+    parts.mask = TVIF_IMAGE | TVIF_SELECTEDIMAGE;
+    parts.hItem = reinterpret_cast<HTREEITEM>(item);
+    block.Put(parts);
+    Ask(window, TVM_GETITEMW, 0, block.At());
+    parts = block.Take<TVITEMW>();
+    return {parts.iImage, parts.iSelectedImage};
+}
+
 // The middle of the part's pixels on the item's line.
 POINT RemoteTree::Point(RemoteItem item, UINT part) const {
     Ask(window, TVM_ENSUREVISIBLE, 0, item);
@@ -226,6 +237,15 @@ std::vector<bool> RemoteList::Ticks() const {
 
 int RemoteList::ColumnWidth(int column) const {
     return static_cast<int>(Ask(window, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column)));
+}
+
+void RemoteList::Select(int row) const {
+    const RemoteBlock block(window);
+    LVITEMW parts = {};
+    parts.state = LVIS_SELECTED;
+    parts.stateMask = LVIS_SELECTED;
+    block.Put(parts);
+    Ask(window, LVM_SETITEMSTATE, static_cast<WPARAM>(row), block.At());
 }
 
 RECT RemoteList::RowRect(int row) const {

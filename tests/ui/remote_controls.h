@@ -68,6 +68,12 @@ public:
     int State(RemoteItem item) const;  // number of its picture
     bool IsExpanded(RemoteItem item) const;
     bool HasExpander(RemoteItem item) const;
+    // In the list of images, by number.
+    struct Images {
+        int normal = -1;
+        int selected = -1;
+    };
+    Images ImagesOf(RemoteItem item) const;
     // Screen points, scrolled into view first.
     POINT PicturePoint(RemoteItem item) const { return Point(item, TVHT_ONITEMSTATEICON); }
     POINT ExpanderPoint(RemoteItem item) const { return Point(item, TVHT_ONITEMBUTTON); }
@@ -99,6 +105,8 @@ public:
     std::vector<std::wstring> Titles() const;  // in the order of the columns' creation
     std::vector<std::wstring> DisplayedTitles() const;
     int ColumnWidth(int column) const;
+    // Adds a row to the selection.
+    void Select(int row) const;
     // Screen points.
     POINT TickPoint(int row) const;
     POINT RowPoint(int row) const;

@@ -13,6 +13,33 @@ namespace {
 
 using testing::ElementsAre;
 
+// Not each file system keeps all three; what it has of them is read back.
+WIN32_FIND_DATAW EntryWithTimes(const std::wstring& path, const SYSTEMTIME& created,
+                                const SYSTEMTIME& accessed, const SYSTEMTIME& modified) {
+    FILETIME times[3] = {};
+    const SYSTEMTIME* const moments[] = {&created, &accessed, &modified};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_TRUE(SystemTimeToFileTime(moments[i], &times[i]));
+    const HANDLE file = CreateFileW(path.c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, 0, nullptr);
+    EXPECT_TRUE(SetFileTime(file, &times[0], &times[1], &times[2]));
+    CloseHandle(file);
+    WIN32_FIND_DATAW entry = {};
+    FindClose(FindFirstFileW(path.c_str(), &entry));
+    return entry;
+}
+
+// As the user's region writes it, in UTC.
+std::wstring DateOf(const FILETIME& time) {
+    SYSTEMTIME moment = {};
+    FileTimeToSystemTime(&time, &moment);
+    wchar_t date[100] = {};
+    wchar_t hour[100] = {};
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_SHORTDATE, &moment, nullptr, date, 100);
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &moment, L"hh':'mm", hour, 100);
+    return std::wstring(date) + L" " + hour;
+}
+
 class FoldersTest : public testing::Test {
 protected:
     FoldersTest() { stage.AddDecoder(L"one", "type=.abc|Some sound\n"); }
@@ -176,6 +203,54 @@ TEST_F(FoldersTest, DriveComesAndGoes) {
     EXPECT_EQ(tree.Texts(0), with);
     Ask(form, WM_DEVICECHANGE, DBT_DEVICEREMOVECOMPLETE);
     EXPECT_EQ(tree.Texts(0), before);
+}
+
+TEST_F(FoldersTest, OpeningAFolderByItsExpanderSelectsItAndListsIt) {
+    stage.AddFile(L"inner\\a.abc");
+    stage.AddFolder(L"inner\\deepest");
+    const RemoteTree tree = Open();
+    const RemoteItem inner = tree.Find(music, L"inner");
+    ASSERT_EQ(tree.Selected(), music);
+    ASSERT_EQ(stage.Program().List().RowCount(), 0);
+    ClickSettled(tree.ExpanderPoint(inner));
+    EXPECT_TRUE(WaitUntil([&] { return tree.IsExpanded(inner); }));
+    EXPECT_EQ(tree.Selected(), inner);
+    EXPECT_THAT(stage.Program().List().Column(L"Name"), ElementsAre(L"a.abc"));
+    EXPECT_THAT(tree.Texts(inner), ElementsAre(L"deepest"));
+}
+
+TEST_F(FoldersTest, FoldersShareOneIconAndRootsHaveTheirOwn) {
+    stage.AddFolder(L"one");
+    stage.AddFolder(L"two");
+    const RemoteTree tree = Open();
+    const RemoteTree::Images folder = tree.ImagesOf(music);
+    EXPECT_EQ(folder.normal, folder.selected);
+    for (const RemoteItem item : tree.Children(music)) {
+        EXPECT_EQ(tree.ImagesOf(item).normal, folder.normal);
+        EXPECT_EQ(tree.ImagesOf(item).selected, folder.normal);
+    }
+    const RemoteItem network = tree.Find(0, L"Network");
+    EXPECT_NE(tree.ImagesOf(network).normal, folder.normal);
+    EXPECT_NE(tree.ImagesOf(tree.Root()).normal, folder.normal);
+    EXPECT_NE(tree.ImagesOf(tree.Root()).normal, tree.ImagesOf(network).normal);
+}
+
+TEST_F(FoldersTest, ColumnsOfTheDirectoryTellItsEntry) {
+    stage.SetText(L"zKR-FileSelector-Cols",
+                  L"Date Accessed\rType\rDate Created\rName\rSize\rDate Modified");
+    const std::wstring file = stage.AddFile(L"a.abc", 1500);
+    const WIN32_FIND_DATAW entry =
+        EntryWithTimes(file, {2001, 2, 0, 3, 4, 5, 6, 0}, {2002, 3, 0, 4, 5, 6, 7, 0},
+                       {2003, 4, 0, 5, 6, 7, 8, 0});
+    ASSERT_NE(DateOf(entry.ftLastAccessTime), DateOf(entry.ftLastWriteTime));
+    const RemoteList list = stage.Start(stage.Music()).List();
+    ASSERT_EQ(list.RowCount(), 1);
+    EXPECT_EQ(list.Cell(0, 0), DateOf(entry.ftLastAccessTime));
+    EXPECT_EQ(list.Cell(0, 1), L"abc File");
+    EXPECT_EQ(list.Cell(0, 2), DateOf(entry.ftCreationTime));
+    EXPECT_EQ(list.Cell(0, 3), L"a.abc");
+    EXPECT_EQ(list.Cell(0, 4), L"2 KB");
+    EXPECT_EQ(list.Cell(0, 5), DateOf(entry.ftLastWriteTime));
 }
 
 TEST_F(FoldersTest, CollapsingAFolderSelectsIt) {

@@ -196,6 +196,20 @@ TEST_F(PlacementTest, DividerStopsAtItsLeastWidthAndComesBackAtOnce) {
     EXPECT_TRUE(WaitUntil([&] { return TreeWidth() == 140; })) << TreeWidth();
 }
 
+TEST_F(PlacementTest, OtherButtonsDoNotTakeTheDivider) {
+    StorePlace();
+    stage.SetNumber(L"zKR-FileSelector-Devider", 300);
+    stage.Start();
+    for (const PointerButton button : {PointerButton::Right, PointerButton::Middle}) {
+        SettlePointer(InForm(302, 200));
+        PressButton(button);
+        SettlePointer(InForm(360, 200));
+        Sleep(200);
+        ReleaseButton(button);
+        EXPECT_FALSE(WaitUntil([&] { return TreeWidth() != 300; }, 200));
+    }
+}
+
 TEST_F(PlacementTest, DividerIsTakenByItsZoneAlone) {
     StorePlace();
     stage.SetNumber(L"zKR-FileSelector-Devider", 300);

@@ -66,7 +66,57 @@ TEST_F(StartTest, StaysMaximisedBehindItsFirstTimers) {
     EXPECT_FALSE(WaitUntil([&] { return IsZoomed(program.Form()) == FALSE; }, 1500));
     ShowWindow(program.Form(), SW_RESTORE);
     EXPECT_TRUE(WaitUntil([&] { return IsZoomed(program.Form()) == FALSE; }));
+    const LONG fifthX = GetSystemMetrics(SM_CXSCREEN) / 5;
+    const LONG fifthY = GetSystemMetrics(SM_CYSCREEN) / 5;
+    const RECT restored = ScreenRect(program.Form());
+    EXPECT_EQ(restored.left, fifthX);
+    EXPECT_EQ(restored.top, fifthY);
+    EXPECT_EQ(restored.right, 4 * fifthX);
+    EXPECT_EQ(restored.bottom, 4 * fifthY);
     EXPECT_FALSE(WaitUntil([&] { return IsZoomed(program.Form()) != FALSE; }, 700));
+}
+
+TEST_F(StartTest, ButtonsStandInTheBandInTheirOrder) {
+    const HWND form = stage.Start().Form();
+    std::vector<std::wstring> captions;
+    std::vector<POINT> places;
+    for (HWND child = GetWindow(form, GW_CHILD); child != nullptr;
+         child = GetWindow(child, GW_HWNDNEXT)) {
+        wchar_t name[16] = {};
+        GetClassNameW(child, name, 16);
+        if (std::wstring(name) != L"Static") continue;
+        captions.push_back(TextOfWindow(child));
+        POINT corner = {0, 0};
+        ClientToScreen(child, &corner);
+        ScreenToClient(form, &corner);
+        places.push_back(corner);
+        EXPECT_NE(GetWindowLongPtrW(child, GWL_STYLE) & WS_TABSTOP, 0);
+    }
+    EXPECT_THAT(captions,
+                ElementsAre(L"Convert", L"List", L"Refresh", L"Reset", L"Filter", L"Help"));
+    // The last one is placed in dialog units, of which four are six pixels.
+    const LONG lefts[] = {4, 52, 100, 148, 196, 510};
+    ASSERT_EQ(places.size(), 6u);
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        EXPECT_EQ(places[i].x, lefts[i]);
+        EXPECT_EQ(places[i].y, 2);
+    }
+}
+
+TEST_F(StartTest, WindowHasItsIconInTwoSizes) {
+    const HWND form = stage.Start().Form();
+    const ULONG_PTR large = GetClassLongPtrW(form, GCLP_HICON);
+    const ULONG_PTR small = GetClassLongPtrW(form, GCLP_HICONSM);
+    EXPECT_NE(large, 0u);
+    EXPECT_NE(small, 0u);
+    EXPECT_NE(large, small);
+}
+
+TEST_F(StartTest, PanesHaveTheirStyles) {
+    RunningProgram& program = stage.Start();
+    EXPECT_EQ(Ask(program.Tree().Window(), TVM_GETITEMHEIGHT), 18);
+    EXPECT_EQ(Ask(program.List().Window(), LVM_GETEXTENDEDLISTVIEWSTYLE),
+              LVS_EX_CHECKBOXES | LVS_EX_HEADERDRAGDROP | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP);
 }
 
 TEST_F(StartTest, StartFolderIsTickedAndListed) {
