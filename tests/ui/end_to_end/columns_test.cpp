@@ -26,9 +26,10 @@ protected:
         stage.AddFile(L"c.abc", 3000);
     }
     // Starts in the music folder and waits until all cells are filled.
-    RemoteList OpenMusic() {
+    RemoteList OpenMusic(const std::wstring& title = L"Artist",
+                         const Names& cells = {L"beta", L"Alpha", L"gamma"}) {
         const RemoteList list = stage.Start(stage.Music()).List();
-        EXPECT_TRUE(CellsBecome(list, L"Artist", {L"beta", L"Alpha", L"gamma"}));
+        EXPECT_TRUE(CellsBecome(list, title, cells));
         return list;
     }
     static bool CellsBecome(const RemoteList& list, const std::wstring& title, const Names& cells) {
@@ -78,6 +79,50 @@ TEST_F(ColumnsTest, HeaderClicksSort) {
     EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"b.abc", L"c.abc"}));
     ClickHeader(list, L"Name");
     EXPECT_TRUE(CellsBecome(list, L"Name", {L"c.abc", L"b.abc", L"a.abc"}));
+}
+
+TEST_F(ColumnsTest, ListBeginsSortedByItsFirstColumn) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Artist\rName");
+    const RemoteList list = OpenMusic(L"Artist", {L"Alpha", L"beta", L"gamma"});
+    // It carries the arrow already, so that a click turns the order round.
+    ClickHeader(list, L"Artist");
+    EXPECT_TRUE(CellsBecome(list, L"Artist", {L"gamma", L"beta", L"Alpha"}));
+}
+
+TEST_F(ColumnsTest, ListSortsItselfAgainWhenAllIsRead) {
+    const std::wstring holdName = L"Tonequarry tests: columns are read";
+    const HANDLE hold = CreateEventW(nullptr, TRUE, FALSE, holdName.c_str());
+    stage.AddDecoder(L"one",
+                     "type=.abc|Some sound\n"
+                     "[a.abc]\nlength-ms=5000\n"
+                     "[b.abc]\nlength-ms=90000\nwait=Tonequarry tests: columns are read\n"
+                     "[c.abc]\nlength-ms=30000\n");
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rLength");
+    const RemoteList list = stage.Start(stage.Music()).List();
+    // The first one is read, the others are nothing yet.
+    ASSERT_TRUE(WaitUntil([&] { return !list.Cell(list.RowOf(L"a.abc"), 1).empty(); }));
+    ClickHeader(list, L"Length");
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"b.abc", L"c.abc", L"a.abc"}));
+    SetEvent(hold);
+    EXPECT_TRUE(CellsBecome(list, L"Name", {L"a.abc", L"c.abc", L"b.abc"}));
+    CloseHandle(hold);
+}
+
+TEST_F(ColumnsTest, MenuOfTheHeaderEndsAtItsLine) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist");
+    const RemoteList list = OpenMusic();
+    // Fourteen horizontal units, of which four are six pixels.
+    for (const auto& [y, hasColumns] : {std::pair{20, true}, std::pair{21, false}}) {
+        ClickSettled(ScreenPoint(list.Window(), 60, y), PointerButton::Right);
+        HWND menu = nullptr;
+        ASSERT_TRUE(WaitUntil([&] { return (menu = FindWindowW(L"#32768", nullptr)) != nullptr; }));
+        RECT area = {};
+        GetWindowRect(menu, &area);
+        // Eighteen items, or three.
+        EXPECT_EQ(area.bottom - area.top > 200, hasColumns) << y;
+        PressKey(VK_ESCAPE);
+        ASSERT_TRUE(WaitUntil([] { return FindWindowW(L"#32768", nullptr) == nullptr; }));
+    }
 }
 
 TEST_F(ColumnsTest, MenuAddsAndRemovesAColumn) {

@@ -159,6 +159,45 @@ TEST_F(LooksTest, NoticeStandsWhileFilesAreRead) {
     EXPECT_TRUE(NoticeIs(false));
 }
 
+// Its last file is in the list by then, and nothing is pumped any more.
+TEST_F(LooksTest, NoticeGoesForAReaderThatEndsBehindItsLastFile) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\ntag=Artist|Somebody\ndestroy-sleep=2500\n");
+    stage.AddFile(L"a.abc", 10);
+    const RemoteList list = stage.Start(stage.Music()).List();
+    ASSERT_TRUE(WaitUntil(
+        [&] { return list.Column(L"Artist") == std::vector<std::wstring>{L"Somebody"}; }));
+    EXPECT_TRUE(NoticeIs(true));
+    EXPECT_TRUE(NoticeIs(false));
+}
+
+TEST_F(LooksTest, PressOnABoxOfTheSelectionTellsAllItsTicks) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    for (const wchar_t* name : {L"inner\\a.abc", L"inner\\b.abc", L"inner\\c.abc"})
+        stage.AddFile(name, 1024);
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    const RemoteItem music = tree.Selected();
+    ClickSettled(tree.ExpanderPoint(music));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Child(music) != 0; }));
+    const RemoteItem inner = tree.Child(music);
+    for (const int state : {5, 1}) {
+        ClickSettled(tree.PicturePoint(inner));
+        ASSERT_TRUE(WaitUntil([&] { return tree.State(inner) == state; }));
+    }
+    const RemoteList list = program.List();
+    ASSERT_EQ(list.Ticks(), std::vector<bool>(3, false));
+    for (const int row : {0, 1})
+        list.Select(row);
+    // Held: all is told by the press.
+    SettlePointer(list.TickPoint(1));
+    PressButton();
+    EXPECT_TRUE(WaitUntil([&] { return list.Ticks() == std::vector<bool>{true, true, false}; }));
+    EXPECT_EQ(tree.State(inner), 3);
+    EXPECT_TRUE(StripBecomes(L"3 Audio Files Shown (3 KB), 2 Files Selected (2 KB) in Folder: " +
+                             stage.Music() + L"inner\\"));
+    ReleaseButton();
+}
+
 TEST_F(LooksTest, LegendExplainsThePictures) {
     RunningProgram& program = stage.Start();
     const RECT area = {260, 0, 505, 53};
@@ -186,6 +225,77 @@ TEST_F(LooksTest, LegendExplainsThePictures) {
     EXPECT_TRUE(WaitUntil([&] { return Differences(area, *expected) == 0; }, 5000))
         << Differences(area, *expected);
     EXPECT_EQ(program.Close(), 0u);
+}
+
+// Whether some 16 by 16 pixels around a node's picture are those of a state's icon.
+bool ShowsPicture(const RemoteTree& tree, RemoteItem item, HICON icon) {
+    const HIMAGELIST images = ImageList_Create(16, 16, ILC_COLOR24 | ILC_MASK, 1, 1);
+    ImageList_ReplaceIcon(images, -1, icon);
+    const Canvas expected(16, 16);
+    ImageList_Draw(images, 0, expected.Dc(), 0, 0, ILD_NORMAL);
+    ImageList_Destroy(images);
+    POINT middle = tree.PicturePoint(item);
+    ScreenToClient(tree.Window(), &middle);
+    const auto shot =
+        Screen(tree.Window(), {middle.x - 16, middle.y - 12, middle.x + 16, middle.y + 12});
+    const auto isAt = [&](int left, int top) {
+        for (int y = 0; y < 16; ++y) {
+            for (int x = 0; x < 16; ++x) {
+                if (shot->At(left + x, top + y) != expected.At(x, y)) return false;
+            }
+        }
+        return true;
+    };
+    for (int top = 0; top <= 8; ++top) {
+        for (int left = 0; left <= 16; ++left) {
+            if (isAt(left, top)) return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(LooksTest, EachStateOfAFolderHasItsPicture) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    for (const wchar_t* name : {L"alone\\a.abc", L"files\\b.abc"})
+        stage.AddFile(name, 10);
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    const RemoteItem music = tree.Selected();
+    ClickSettled(tree.ExpanderPoint(music));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Child(music) != 0; }));
+    const RemoteItem alone = tree.Find(music, L"alone");
+    const RemoteItem files = tree.Find(music, L"files");
+    const auto step = [&](RemoteItem item, int state) {
+        ClickSettled(tree.PicturePoint(item));
+        return WaitUntil([&] { return tree.State(item) == state; });
+    };
+    ASSERT_TRUE(step(alone, 5));
+    ASSERT_TRUE(step(files, 5));
+    ASSERT_TRUE(step(files, 1));
+    ClickSettled(program.List().TickPoint(0));
+    ASSERT_TRUE(WaitUntil([&] { return tree.State(files) == 3; }));
+    const HMODULE pictures = LoadLibraryExW((stage.ProgramFolder() + L"Tonequarry.exe").c_str(),
+                                            nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    ASSERT_NE(pictures, nullptr);
+    const struct {
+        RemoteItem item;
+        int state;
+        int icon;
+    } rows[] = {{tree.Find(0, L"Network"), 1, 110},
+                {tree.Parent(music), 2, 107},
+                {files, 3, 108},
+                {music, 4, 105},
+                {alone, 5, 106}};
+    for (const auto& row : rows) {
+        const auto icon = static_cast<HICON>(
+            LoadImageW(pictures, MAKEINTRESOURCEW(row.icon), IMAGE_ICON, 16, 16, 0));
+        ASSERT_NE(icon, nullptr) << row.icon;
+        EXPECT_EQ(tree.State(row.item), row.state);
+        EXPECT_TRUE(WaitUntil([&] { return ShowsPicture(tree, row.item, icon); }, 3000))
+            << row.state;
+        DestroyIcon(icon);
+    }
+    FreeLibrary(pictures);
 }
 
 TEST_F(LooksTest, BackgroundGrowsLighterToTheRightOverAGreyRule) {
