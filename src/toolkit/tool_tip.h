@@ -65,12 +65,15 @@ public:
     void Configure(const XToolTipDescription& description);
 
     // Takes a visible tip away until the pointer leaves and comes back. Waits for
-    // the watcher to do it, 5 seconds at most; removes the window itself if it
-    // didn't. Also on the watcher's thread, which does not wait.
+    // the watcher to do it, 5 seconds at most; if it didn't, leaves it a message
+    // that does, since no other thread may destroy the watcher's window. Also on
+    // the watcher's thread, which does not wait.
     void HideNow();
 
     // Takes the tip away, forgets what it was, and ends the watcher with the last
     // tip. Dispatches the thread's messages while it waits for the tooltip mutex.
+    // A watcher that twice didn't take the window away in time is left to destroy
+    // it by itself.
     // Also on the watcher's thread, which then lives on until a tip stops elsewhere.
     void Stop();
 
@@ -92,6 +95,8 @@ private:
 
     void TakeDescription(const XToolTipDescription& description);
     void Forget();
+    // Also one that is hidden but not yet destroyed. Any thread.
+    bool HasWindow() const { return IsWindow(ShownWindow()) != FALSE; }
     bool IsPointTip() const { return anchorWindow == nullptr && HasPoint(); }
     bool HasPoint() const { return point.x != 0 || point.y != 0; }
 

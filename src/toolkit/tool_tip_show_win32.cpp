@@ -28,7 +28,9 @@ private:
 
 void XToolTip::Tick(std::uint32_t now, const clPoint& pointer) {
     if (hideRequested.exchange(false)) timing.hideRequest = true;
-    switch (timing.Step(now, IsInside(pointer), IsShowing())) {
+    // A window that was closed, or went with its owner, leaves its class and name.
+    if (!HasWindow()) Hide();
+    switch (timing.Step(now, IsInside(pointer), HasWindow())) {
         case TipAction::Show:
             Show();
             break;

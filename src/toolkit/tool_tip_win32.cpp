@@ -12,6 +12,7 @@ constexpr std::uint32_t pollMs = 50;
 constexpr std::uint32_t longestHideMs = 5000;
 constexpr std::uint32_t longestShowMs = 10000;
 constexpr std::uint32_t pointTipDelayMs = 1;
+constexpr int stopAttempts = 2;
 
 constexpr clArea wholeTip{0, 0, anchor::end, anchor::end};
 constexpr COLORREF topColour = 0xFFFEFE;
@@ -123,27 +124,29 @@ void XToolTip::TakeDescription(const XToolTipDescription& description) {
 // A tip that shows is done for this stay of the pointer already: hidden, it stays
 // away by itself.
 void XToolTip::HideNow() {
-    if (!IsShowing()) return;
+    if (!HasWindow()) return;
     if (TipWatcher::IsThisThread()) {
         const clMutexLock lock(TooltipMutex);
         Hide();
         return;
     }
     hideRequested = true;
-    if (Await(longestHideMs, [this] { return ShownWindow() == nullptr; })) return;
+    if (Await(longestHideMs, [this] { return !HasWindow(); })) return;
     // The watcher is stuck, perhaps with the mutex: nothing here may wait for it.
-    ShowWindowAsync(ShownWindow(), SW_HIDE);
-    if (!TooltipMutex.TryLock()) return;
-    Hide();
-    TooltipMutex.Unlock();
+    // Its thread alone may destroy the window; the platform's default does.
+    PostMessageW(ShownWindow(), WM_CLOSE, 0, 0);
 }
 
 void XToolTip::Stop() {
-    for (;;) {
+    for (int attempt = 1;; ++attempt) {
         HideNow();
         const TipLock lock(TipLock::LetThrough::All);
         // It may have come up again before the mutex was had.
-        if (IsShowing()) continue;
+        if (HasWindow() && attempt < stopAttempts) continue;
+        if (HasWindow()) {
+            AbandonWnd();
+            shownWindow = nullptr;
+        }
         Hide();
         TipWatcher::Remove(this);
         break;

@@ -138,6 +138,12 @@ public:
     // Does nothing without one. Takes the timer mutex, then the window mutex.
     void DestroyWnd();
 
+    // Asks the thread that made the window to destroy it, which alone may, and has
+    // nothing more to do with it; no message of it comes here any more. Its class
+    // stays registered. For another thread than the window's; does not wait.
+    // Does nothing without a window. Takes the window mutex.
+    void AbandonWnd();
+
     // Starts a timer of this window, which runs until `DestroyWnd`; OnTimer gets its id.
     // Returns the id, or 0 without a window or if the platform refuses.
     // The period is always 250 ms; `ignored` has no effect. Takes the timer mutex.

@@ -84,6 +84,14 @@ void XWindow::DestroyWnd() {
     windowHandle = nullptr;
 }
 
+void XWindow::AbandonWnd() {
+    RemoveFromWindowTable(this);
+    // Without an object the platform's default destroys it.
+    if (windowHandle != nullptr) PostMessageW(windowHandle, WM_CLOSE, 0, 0);
+    windowHandle = nullptr;
+    className.Assign(L"");
+}
+
 void XWindow::StopTimers() {
     const clMutexLock lock(timerMutex);
     for (std::int64_t i = 0; i < timers.Count(); ++i)

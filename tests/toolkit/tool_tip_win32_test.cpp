@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "foundation/mutex.h"
+#include "tests/support/import_stub.h"
 #include "tests/toolkit/button_form.h"
 #include "tests/toolkit/tip_form.h"
 #include "tests/ui/pointer.h"
@@ -331,16 +332,50 @@ TEST(ToolTip, HideNowGivesUpAfterFiveSeconds) {
     tip.AddTool(QuickTip(form.First()));
     form.PointAt(form.First());
     ASSERT_TRUE(WaitUntilShowing(tip));
+    HWND const window = tip.ShownWindow();
     {
         const Holder holder(7000);
         const DWORD begin = GetTickCount();
         tip.HideNow();
         EXPECT_GE(GetTickCount() - begin, 4900u);
         EXPECT_LT(GetTickCount() - begin, 6500u);
-        EXPECT_TRUE(PumpUntil([&tip] { return !tip.IsShowing(); }));
+        EXPECT_TRUE(PumpUntil([window] { return !IsWindow(window); }, 1500));
     }
     PumpFor(500);
     EXPECT_FALSE(tip.IsShowing());
+}
+
+std::atomic<HCURSOR> lastCursor{nullptr};
+
+HCURSOR WINAPI NoteCursor(HCURSOR cursor) {
+    lastCursor = cursor;
+    return nullptr;
+}
+
+// Under a form's wait cursor a tip would look as if it were busy.
+TEST(ToolTip, ShowsUnderTheArrow) {
+    TipForm form;
+    lastCursor = nullptr;
+    const ImportStub stub("SetCursor", &NoteCursor);
+    XToolTip tip;
+    XToolTipParams params = QuickTip(nullptr);
+    params.point = {700, 500};
+    tip.AddTool(params);
+    ASSERT_TRUE(tip.IsShowing());
+    EXPECT_EQ(lastCursor, LoadCursorW(nullptr, IDC_ARROW));
+    tip.Stop();
+}
+
+TEST(ToolTip, WindowThatIsClosedFromOutsideIsForgotten) {
+    TipForm form;
+    XToolTip tip;
+    tip.AddTool(QuickTip(form.First()));
+    form.PointAt(form.First());
+    ASSERT_TRUE(WaitUntilShowing(tip));
+    PostMessageW(tip.ShownWindow(), WM_CLOSE, 0, 0);
+    EXPECT_TRUE(WaitUntilGone(tip));
+    PumpFor(300);
+    EXPECT_FALSE(tip.IsShowing()) << "the pointer has not left";
 }
 
 TEST(ToolTip, OutlivesItsAnchorsForm) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <atomic>
 #include <string>
 #include <thread>
 
@@ -190,6 +191,32 @@ TEST(DestroyWnd, LeavesTheOtherWindowsInTheirPlaces) {
     EXPECT_EQ(FindInWindowTable(first.Window()), &first);
     EXPECT_EQ(FindInWindowTable(third.Window()), &third);
     EXPECT_EQ(FindInWindowTable(nullptr), nullptr);
+}
+
+TEST(AbandonWnd, LeavesTheWindowToItsThread) {
+    RecordingWindow window;
+    std::atomic<HWND> made{nullptr};
+    std::atomic<bool> isAbandoned{false};
+    bool isGone = false;
+    std::thread owner([&] {
+        window.CreateWnd(somewhere, WS_POPUP, 0, nullptr);
+        window.Taken();
+        made = window.Window();
+        while (!isAbandoned)
+            Sleep(1);
+        isGone = PumpUntil([&] { return !IsWindow(made); });
+    });
+    while (made == nullptr)
+        Sleep(1);
+    window.AbandonWnd();
+    EXPECT_EQ(window.Window(), nullptr);
+    EXPECT_EQ(FindInWindowTable(made), nullptr);
+    EXPECT_TRUE(IsWindow(made)) << "it waits for its thread";
+    isAbandoned = true;
+    owner.join();
+    EXPECT_TRUE(isGone);
+    EXPECT_TRUE(window.Taken().empty());
+    window.AbandonWnd();
 }
 
 TEST(WindowTable, AMessageForNobodyGoesToThePlatform) {
