@@ -4,6 +4,7 @@
 #include "tests/ui/pixels.h"
 #include "tests/ui/pointer.h"
 #include "tests/ui/pump.h"
+#include "tests/ui/resource_counts.h"
 #include "toolkit/draw.h"
 #include "toolkit/font.h"
 #include "toolkit/tool_tip.h"
@@ -31,6 +32,36 @@ SIZE SizeOf(const RECT& rect) {
 
 RECT ShownRect(const XToolTip& tip) {
     return TipForm::RectOf(tip.ShownWindow());
+}
+
+constexpr COLORREF frameColour = 0x767676;
+
+// What lies under the text of a plain tip.
+void DrawPlainTip(HDC dc, const RECT& whole) {
+    DrawGradient(dc, whole, {0xFFFEFE, 0xFFFEFE, 0xF0E5E4, 0xF0E5E4});
+    HBRUSH const brush = CreateSolidBrush(frameColour);
+    FrameRect(dc, &whole, brush);
+    DeleteObject(brush);
+}
+
+void DrawMiddleText(HDC dc, int left, int height, const wchar_t* text) {
+    clFont font;
+    font.Create(dc);
+    font.DrawString(left, height / 2 - font.TextHeight(text, true) / 2, text, true);
+}
+
+// How many pixels of a painted tip are not as expected.
+int Differences(HWND window, const Canvas& expected, int width, int height) {
+    EXPECT_TRUE(PumpUntil([window] { return PixelOf(window, 0, 0) == frameColour; }));
+    int different = 0;
+    HDC const dc = GetDC(window);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            if (GetPixel(dc, x, y) != expected.At(x, y)) ++different;
+        }
+    }
+    ReleaseDC(window, dc);
+    return different;
 }
 
 class TipPlaceOnScreen : public testing::Test {
@@ -162,6 +193,30 @@ TEST_F(TipPlaceOnScreen, IconStandsLeftOfTheText) {
     params.text = L"Text\rand more";
     const RECT lines = ShowAt(params, ScreenMiddle(form.First()));
     EXPECT_EQ(SizeOf(lines).cy, 1 + IconHeight(icon) + paddingY);
+    // A line end before everything else makes no second line.
+    params.text = L"\rText";
+    const RECT one = ShowAt(params, ScreenMiddle(form.First()));
+    EXPECT_EQ(SizeOf(one).cy, IconHeight(icon) + paddingY);
+}
+
+TEST_F(TipPlaceOnScreen, PaintsTheIconAtItsPlace) {
+    HICON const icon = LoadIconW(nullptr, IDI_INFORMATION);
+    const auto differencesWithIconAt = [&](const wchar_t* text, bool isAtTop) {
+        XToolTipParams params = QuickTip(form.First(), text);
+        params.icon = icon;
+        const SIZE size = SizeOf(ShowAt(params, ScreenMiddle(form.First())));
+        const int width = static_cast<int>(size.cx);
+        const int height = static_cast<int>(size.cy);
+        const Canvas expected(width, height);
+        DrawPlainTip(expected.Dc(), {0, 0, width, height});
+        const int top = isAtTop ? 1 : height / 2 - IconHeight(icon) / 2;
+        DrawIconEx(expected.Dc(), 4, top, icon, IconWidth(icon), IconHeight(icon), 0, nullptr,
+                   DI_NORMAL);
+        DrawMiddleText(expected.Dc(), IconWidth(icon) + 8, height, text);
+        return Differences(tip.ShownWindow(), expected, width, height);
+    };
+    EXPECT_EQ(differencesWithIconAt(L"Text", false), 0);
+    EXPECT_EQ(differencesWithIconAt(L"Text\rand more", true), 0);
 }
 
 TEST_F(TipPlaceOnScreen, FramedModeHasLargerMarginsAndAFrame) {
@@ -192,35 +247,42 @@ TEST_F(TipPlaceOnScreen, FramedModeHasLargerMarginsAndAFrame) {
 // The window's pixels are those of the layout: a frame, in it the gradient, on it
 // the text.
 TEST_F(TipPlaceOnScreen, PaintsGradientFrameAndText) {
-    const RECT shown = ShowAt(QuickTip(form.First(), L"Text"), ScreenMiddle(form.First()));
-    const int width = static_cast<int>(SizeOf(shown).cx);
-    const int height = static_cast<int>(SizeOf(shown).cy);
-    HWND const window = tip.ShownWindow();
-    constexpr COLORREF frame = 0x767676;
-    ASSERT_TRUE(PumpUntil([&] { return PixelOf(window, 0, 0) == frame; }));
+    const SIZE size = SizeOf(ShowAt(QuickTip(form.First(), L"Text"), ScreenMiddle(form.First())));
+    const int width = static_cast<int>(size.cx);
+    const int height = static_cast<int>(size.cy);
     const Canvas expected(width, height);
-    const RECT whole = {0, 0, width, height};
-    DrawGradient(expected.Dc(), whole, {0xFFFEFE, 0xFFFEFE, 0xF0E5E4, 0xF0E5E4});
-    HBRUSH const brush = CreateSolidBrush(frame);
-    FrameRect(expected.Dc(), &whole, brush);
-    DeleteObject(brush);
-    {
-        clFont font;
-        font.Create(expected.Dc());
-        const int textHeight = font.TextHeight(L"Text", true);
-        font.DrawString(5, height / 2 - textHeight / 2, L"Text", true);
-    }
-    int different = 0;
-    HDC const dc = GetDC(window);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            if (GetPixel(dc, x, y) != expected.At(x, y)) ++different;
-        }
-    }
-    ReleaseDC(window, dc);
-    EXPECT_EQ(different, 0);
-    EXPECT_EQ(Colour{expected.At(1, 1)}, Colour{PixelOf(window, 1, 1)});
+    DrawPlainTip(expected.Dc(), {0, 0, width, height});
+    DrawMiddleText(expected.Dc(), 5, height, L"Text");
+    EXPECT_EQ(Differences(tip.ShownWindow(), expected, width, height), 0);
+    EXPECT_EQ(Colour{expected.At(1, 1)}, Colour{PixelOf(tip.ShownWindow(), 1, 1)});
     EXPECT_GT(expected.Count(0), 0) << "no black pixel: is the text there?";
+}
+
+// A context is given back by the thread that made it, and a tip's layout is freed
+// by another one than the one that paints it.
+TEST_F(TipPlaceOnScreen, PaintedGradientIsNotKept) {
+    clTextGradient gradient;
+    gradient.area = {0, 0, anchor::end, anchor::end};
+    gradient.colours = {RGB(9, 0, 0), RGB(9, 0, 0), RGB(9, 0, 0), RGB(9, 0, 0)};
+    clTextFill fill;
+    fill.area = {0, 0, 60, 40};
+    fill.colour = RGB(9, 0, 0);
+    clText plain;
+    plain.AddFill(fill);
+    clText withGradient;
+    withGradient.AddFill(fill);
+    withGradient.AddGradient(gradient);
+    const auto countWhileShown = [this](const clText& layout) {
+        XToolTipDescription description;
+        description.point = {700, 500};
+        description.layout = &layout;
+        description.showTime = tip_timing::forEver;
+        tip.Configure(description);
+        EXPECT_TRUE(PumpUntil([this] { return PixelOf(tip.ShownWindow(), 5, 5) == RGB(9, 0, 0); }));
+        return CountResources().gdiObjects;
+    };
+    countWhileShown(withGradient);
+    EXPECT_EQ(countWhileShown(withGradient), countWhileShown(plain));
 }
 
 }  // namespace
