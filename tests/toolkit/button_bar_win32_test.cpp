@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include "tests/toolkit/button_form.h"
 #include "tests/ui/pointer.h"
 #include "tests/ui/pump.h"
@@ -407,6 +410,30 @@ TEST(ButtonBar, LeavesNestedMessagesAloneUntilOneHasPainted) {
     EXPECT_THAT(button.calls, ElementsAre("pressed 0", "click 0"));
     Release();
     EXPECT_THAT(button.calls, ElementsAre("pressed 0", "click 0"));
+}
+
+// The list must not grow under a walk over it.
+TEST(ButtonBar, AnotherThreadAddsNoButtonWhileOneIsPressed) {
+    XButton late;
+    ButtonForm form({{}, {}}, Timer::None);
+    std::atomic<bool> isAdded{false};
+    std::thread other;
+    form.At(0).meanwhile = [&](const std::string& call) {
+        if (call != "pressed 0") return;
+        other = std::thread([&] {
+            form.bar.AddButton(&late);
+            isAdded = true;
+        });
+        for (int i = 0; i < 20 && !isAdded; ++i)
+            Sleep(25);
+        EXPECT_FALSE(isAdded);
+    };
+    form.PointAt(0);
+    form.Route(WM_LBUTTONDOWN);
+    ASSERT_TRUE(other.joinable());
+    other.join();
+    EXPECT_TRUE(isAdded);
+    form.Route(WM_LBUTTONUP);
 }
 
 TEST(ButtonBar, ClickMayTearAllButtonsDown) {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include "tests/toolkit/button_form.h"
 #include "tests/ui/pump.h"
 #include "toolkit/button.h"
@@ -239,6 +242,53 @@ TEST_F(TextButton, HasNoSizeOfItsOwn) {
     EXPECT_EQ(client.right, 30);
     EXPECT_EQ(client.bottom, 20);
 }
+
+// What has to wait while another thread sets a layout, and its name.
+struct LayoutUse {
+    const char* name;
+    void (*use)(XButton& button);
+};
+
+class TextButtonLock : public TextButton, public testing::WithParamInterface<LayoutUse> {};
+
+// A layout that takes long to copy, so that the use begins while it is.
+TEST_P(TextButtonLock, UseWaitsForAThreadThatSetsALayout) {
+    Make(0x1E);
+    clText large;
+    clTextString text;
+    text.text.Assign(L"text");
+    for (int i = 0; i < 150000; ++i)
+        large.AddText(text);
+    const DWORD begin = GetTickCount();
+    button.SetLayout(ButtonLayout::Pressed, large);
+    const DWORD taken = GetTickCount() - begin;
+    ASSERT_GT(taken, 60u) << "too short to tell a use that waits from one that doesn't";
+    std::atomic<bool> isCalled{false};
+    DWORD waited = 0;
+    {
+        std::thread other([&] {
+            isCalled = true;
+            button.SetLayout(ButtonLayout::Pressed, large);
+        });
+        while (!isCalled)
+            Sleep(0);
+        Sleep(10);
+        const DWORD start = GetTickCount();
+        GetParam().use(button);
+        waited = GetTickCount() - start;
+        other.join();
+    }
+    EXPECT_GT(waited, taken / 3);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Each, TextButtonLock,
+    testing::Values(
+        LayoutUse{"Painting", [](XButton& button) { button.Paint(nullptr, normal, true); }},
+        LayoutUse{"AnotherLayout",
+                  [](XButton& button) { button.SetLayout(ButtonLayout::Hot, clText()); }},
+        LayoutUse{"Teardown", [](XButton& button) { button.Teardown(); }}),
+    [](const auto& tested) { return tested.param.name; });
 
 TEST_F(TextButton, LatchedButtonIsTurnedRoundToo) {
     Make(0x1E);
