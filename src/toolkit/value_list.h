@@ -20,9 +20,12 @@ class XValueList;
 
 // Called when the button of the row was pressed; its value is up to date.
 using ValueButtonCallback = void (*)(XValueList& list, std::int32_t row);
-// Called when the text in an editor changed, or a switch was flipped. The row is
-// the list's current one, but for a switch that was clicked while another row
-// was selected.
+// Called when the text of an Edit changed, a choice of a Choice or Combo was
+// selected, or a switch was flipped. The value is up to date, but for a Combo: the
+// platform tells of the choice before it shows it, so its value is still the text
+// from before, and takes the choice over at the next commit. Text typed into a
+// Combo does not call. The row is the list's current one, but for a switch that was
+// clicked while another row was selected.
 using ValueChangeCallback = void (*)(XValueList& list);
 
 // What a row is made from. Coordinates are coded (see coordinate.h) and given for

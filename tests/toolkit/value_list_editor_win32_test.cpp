@@ -452,6 +452,26 @@ TEST(ValueCombo, KeepsACompletionByAKeyAndDropsItWithTheFocus) {
     EXPECT_EQ(WindowText(form.Edit()), "ap");  // from the start it is the user's
 }
 
+// The platform tells of the choice before it shows it in the edit field.
+TEST(ValueCombo, TellsOfAChoiceWithTheTextBeforeAndTakesTheChoiceAtItsEnd) {
+    EditorForm form;
+    form.Select(2);
+    SetWindowTextW(form.Edit(), L"before");
+    form.Taken();
+    told.clear();
+    SendMessageW(form.Edit(), CB_SHOWDROPDOWN, TRUE, 0);
+    PumpMessages();
+    COMBOBOXINFO parts = {};
+    parts.cbSize = sizeof(parts);
+    ASSERT_TRUE(GetComboBoxInfo(form.Edit(), &parts));
+    const auto height = static_cast<int>(SendMessageW(parts.hwndList, LB_GETITEMHEIGHT, 0, 0));
+    Click(ScreenPoint(parts.hwndList, 10, height + height / 2));
+    EXPECT_TRUE(PumpUntil([&form] { return WindowText(form.Edit()) == "apricot"; }));
+    EXPECT_THAT(told, ElementsAre("change before"));
+    form.Select(0);
+    EXPECT_EQ(form.Value(2), "apricot");
+}
+
 TEST(ValueCombo, DoesNotCompleteOnOtherKeys) {
     EditorForm form;
     form.Select(2);
