@@ -3,9 +3,12 @@
 #include <atomic>
 #include <memory>
 
+#include "foundation/mutex.h"
+#include "tests/support/import_stub.h"
 #include "tests/toolkit/tip_form.h"
 #include "tests/ui/pump.h"
 #include "toolkit/tool_tip.h"
+#include "toolkit/tool_tip_watcher.h"
 
 namespace {
 
@@ -87,6 +90,70 @@ TEST(LateWatcher, StopGivesUpOnALateWatcherWhichDestroysTheWindowAfterwards) {
     stalling.EndStall();
     EXPECT_TRUE(PumpUntil([window] { return !IsWindow(window); }));
     EXPECT_TRUE(stalling.IsShowing());
+}
+
+TEST(LateWatcher, WaitForAPointTipEndsAfterTenSeconds) {
+    const TipForm form;
+    StallingTip stalling;
+    stalling.ShowAtPoint({700, 500});
+    stalling.Stall();
+    XToolTip tip;
+    XToolTipParams params = QuickTip(nullptr);
+    params.point = {700, 400};
+    const DWORD begin = GetTickCount();
+    tip.AddTool(params);
+    EXPECT_GE(GetTickCount() - begin, 9900u);
+    EXPECT_LT(GetTickCount() - begin, 12000u);
+    EXPECT_TRUE(stalling.IsStalled());
+    EXPECT_FALSE(tip.IsShowing());
+    stalling.EndStall();
+    // It is watched all the same.
+    EXPECT_TRUE(WaitUntilShowing(tip));
+}
+
+// Tips wait for the mutex, but what other threads send to their windows does not.
+TEST(Watcher, ServesItsWindowsWhileAnotherThreadHasTheMutex) {
+    const TipForm form;
+    XToolTip tip;
+    XToolTipParams params = QuickTip(nullptr);
+    params.point = {700, 500};
+    tip.AddTool(params);
+    ASSERT_TRUE(tip.IsShowing());
+    const clMutexLock lock(TooltipMutex);
+    // More than one turn of the watcher, so that it meets the mutex held.
+    for (int i = 0; i < 5; ++i) {
+        DWORD_PTR result = 0;
+        EXPECT_NE(SendMessageTimeoutW(tip.ShownWindow(), WM_NULL, 0, 0, SMTO_NORMAL, 2000, &result),
+                  0);
+        Sleep(60);
+    }
+}
+
+std::uintptr_t __cdecl NoThread(void*, unsigned, unsigned(__stdcall*)(void*), void*, unsigned,
+                                unsigned*) {
+    return 0;
+}
+
+TEST(Watcher, WithoutItsThreadNoTipShowsAndNobodyWaits) {
+    const TipForm form;
+    {
+        const ImportStub stub("_beginthreadex", &NoThread);
+        XToolTip tip;
+        XToolTipParams params = QuickTip(nullptr);
+        params.point = {700, 500};
+        const DWORD begin = GetTickCount();
+        tip.AddTool(params);
+        EXPECT_FALSE(tip.IsShowing());
+        EXPECT_FALSE(TipWatcher::IsRunning());
+        tip.Stop();
+        EXPECT_LT(GetTickCount() - begin, 4000u);
+        EXPECT_EQ(TipWatcher::TipCount(), 0);
+    }
+    XToolTip tip;
+    XToolTipParams params = QuickTip(nullptr);
+    params.point = {700, 500};
+    tip.AddTool(params);
+    EXPECT_TRUE(tip.IsShowing()) << "the next one gets its thread";
 }
 
 }  // namespace

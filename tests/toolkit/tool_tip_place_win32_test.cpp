@@ -160,6 +160,21 @@ TEST_F(TipPlaceOnScreen, RectangleOfTheScreen) {
     EXPECT_TRUE(WaitUntilGone(tip));
 }
 
+// Without a parent an anchor is no part of a form that the pointer could be on.
+TEST_F(TipPlaceOnScreen, AnchorThatIsNoChildLeavesItToTheRectangle) {
+    XToolTipParams params = QuickTip(form.Window());
+    params.rectangle = {800, 290, 850, 320};
+    MovePointer(ScreenMiddle(form.Window()));
+    tip.AddTool(params);
+    PumpFor(400);
+    EXPECT_FALSE(tip.IsShowing());
+    MovePointer({820, 310});
+    EXPECT_TRUE(WaitUntilShowing(tip));
+    // It is still what the tip stands above, and its owner.
+    EXPECT_EQ(ShownRect(tip).bottom, TipForm::RectOf(form.Window()).top - 2);
+    EXPECT_EQ(GetWindow(tip.ShownWindow(), GW_OWNER), form.Window());
+}
+
 TEST_F(TipPlaceOnScreen, PointTipShowsAtOnceWhereverThePointerIs) {
     XToolTipParams params = QuickTip(nullptr);
     params.point = {700, 500};
