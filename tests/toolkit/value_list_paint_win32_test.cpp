@@ -239,6 +239,49 @@ TEST(ValuePaint, HintsAtAButton) {
     EXPECT_GT(PaintedRow(form, 2, ODS_SELECTED).Count(0xC0C0C0), 5);
 }
 
+// Pixels of a row with nothing but a hint that are not those of one that ends there.
+int DifferencesToHint(const PaintedRow& painted, int right) {
+    const Canvas expected(rowSize.cx, rowSize.cy, white);
+    {
+        clFont font;
+        font.Create(expected.Dc(), nullptr, 13, 128);
+        const int height = font.TextHeight(L"[ HHH ]", true);
+        font.DrawString(right - font.TextWidth(nullptr, L"[ HHH ]", true),
+                        rowSize.cy / 2 - height / 2, L"[ HHH ]", true);
+    }
+    int different = 0;
+    for (int y = 0; y < rowSize.cy; ++y) {
+        for (int x = 0; x < rowSize.cx; ++x) {
+            if (painted.At(x, y) != Colour{expected.At(x, y)}) ++different;
+        }
+    }
+    return different;
+}
+
+TEST(ValuePaint, HintEndsFourPixelsBeforeTheRowOrWithTheValue) {
+    ValueForm form;
+    clValueRowParams params;
+    params.buttonCaption = L"HHH";
+    form.Add(ValueKind::Text, L"", L"", params);
+    params.valueWidth = 100;
+    form.Add(ValueKind::Text, L"", L"", params);
+    EXPECT_EQ(DifferencesToHint(PaintedRow(form, 0), rowSize.cx - 4), 0);
+    EXPECT_EQ(DifferencesToHint(PaintedRow(form, 1), ScaleForDpi(150) + ScaleForDpi(100)), 0);
+}
+
+TEST(ValuePaint, NameEndsWhereAValueBegins) {
+    ValueForm form;
+    form.Add(ValueKind::Text, L"name", L"value");
+    form.Add(ValueKind::Text, L"name", L"");
+    form.Add(ValueKind::Toggle, L"name", L"1");
+    const auto widthOfName = [&form](std::int32_t row) {
+        return form.list.Row(row)->layout.texts.At(0)->maximumWidth;
+    };
+    EXPECT_EQ(widthOfName(0), ScaleForDpi(150) - ScaleForDpi(4));
+    EXPECT_EQ(widthOfName(1), 0);
+    EXPECT_EQ(widthOfName(2), 0);
+}
+
 TEST(ValuePaint, LeavesTheValueToItsEditor) {
     ValueForm form;
     form.Add(ValueKind::Edit, L"", L"HHH III");
@@ -303,6 +346,22 @@ TEST(ValuePaint, ShowsSwitchesByTheirIcons) {
         EXPECT_EQ(painted.At(left, 7), Colour{row.colour}) << number;
         EXPECT_EQ(painted.At(left + 9, 12), Colour{row.colour}) << number;
         EXPECT_EQ(painted.Count(white), 300 * 21 - 60) << number;
+    }
+}
+
+// One icon at most shows in each state, whatever lies below its transparent parts.
+TEST(ValuePaint, EachIconOfASwitchHasItsCondition) {
+    for (const bool disabledToo : {false, true}) {
+        ValueForm form;
+        SetIcons(form, disabledToo);
+        form.Add(ValueKind::Toggle, L"", L"1");
+        const auto& icons = form.list.Row(0)->layout.icons;
+        ASSERT_EQ(icons.Count(), disabledToo ? 4 : 2);
+        EXPECT_EQ(icons.At(0)->condition, disabledToo ? 33U : 32U);
+        EXPECT_EQ(icons.At(1)->condition, disabledToo ? 17U : 16U);
+        if (!disabledToo) continue;
+        EXPECT_EQ(icons.At(2)->condition, 34U);
+        EXPECT_EQ(icons.At(3)->condition, 18U);
     }
 }
 
