@@ -136,6 +136,24 @@ TEST(ValueKeys, TabLeavesAnEditor) {
     EXPECT_EQ(GetFocus(), form.Edit());  // as the list gets the focus
 }
 
+// A text of several lines would take a tab for a character.
+TEST(ValueKeys, TabInAnEditorIsForTheDialogAlone) {
+    ValueForm form;
+    clValueRowParams params;
+    params.lines = 3;
+    form.Add(ValueKind::Edit, L"name", L"value", params);
+    form.list.SelectRowAt(0);
+    const HWND field = form.list.Editor().Control();
+    ASSERT_EQ(field, form.Edit());
+    PumpMessages();
+    form.keysUp.clear();
+    SendMessageW(field, WM_KEYUP, VK_TAB, 0);
+    PumpMessages();
+    EXPECT_THAT(form.keysUp, ElementsAre(VK_TAB));
+    SendMessageW(field, WM_CHAR, VK_TAB, 0);
+    EXPECT_EQ(WindowText(field), "value");
+}
+
 TEST(ValueWheel, ScrollsTheRows) {
     ValueForm form;
     form.Fill(60);
