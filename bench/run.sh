@@ -32,7 +32,7 @@ if [ "$which" != native ]; then
     scripts/with-wine.sh wine build/win64-release/bin/walk_bench.exe \
         build/bench-library/small build/bench-library/large || status=1
     scripts/with-wine.sh wine build/win64-release/bin/reader_bench.exe \
-        build/bench-library/sounds || status=1
+        build/bench-library/sounds build/bench-library/short || status=1
     # As a whole path of Windows: the main window opens it as its start folder.
     wide="Z:${root//\//\\}\\build\\bench-library\\wide\\"
     forms=build/win64-release/bin/form-benches
