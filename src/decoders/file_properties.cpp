@@ -153,6 +153,7 @@ void TakeOpenRecord(const DecoderOpenRecord& record, FileRow& row, TagList& tags
         tags.Parse(record.tags, static_cast<std::int32_t>(record.tagsSize));
     }
     TagList properties;
+    properties.UsePoolOf(tags);
     properties.Parse(record.properties, static_cast<std::int32_t>(record.propertiesSize));
     tags.Merge(properties);
     const clString extension = ExtensionOf(row.path);

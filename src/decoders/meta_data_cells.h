@@ -3,7 +3,6 @@
 
 #include <cstdint>
 
-#include "decoders/tag_list.h"
 #include "foundation/arrays.h"
 #include "foundation/string.h"
 
@@ -14,10 +13,9 @@
 // Calls write(column, text) for each column (from 0) whose text is not empty,
 // where text is that of `textOf(name)` as a cell shows it. A file without any
 // tag, such as one that no decoder reads, has no cell written, whatever `textOf`
-// would say.
-template <class TextOf, class Write>
-void WriteCells(const TagList& tags, const clStringList& columnNames, TextOf&& textOf,
-                Write&& write) {
+// would say. `tags` is a TagList or what was kept of one.
+template <class Tags, class TextOf, class Write>
+void WriteCells(const Tags& tags, const clStringList& columnNames, TextOf&& textOf, Write&& write) {
     if (tags.Count() == 0) return;
     for (std::int64_t column = 0; column < columnNames.Count(); ++column) {
         const clString text = CellText(textOf(*columnNames.At(column)));
@@ -27,8 +25,8 @@ void WriteCells(const TagList& tags, const clStringList& columnNames, TextOf&& t
 
 // The same with the tag of each column's name: a tag that is named like a
 // column of file facts overwrites that one's text too.
-template <class Write>
-void WriteTagCells(const TagList& tags, const clStringList& columnNames, Write&& write) {
+template <class Tags, class Write>
+void WriteTagCells(const Tags& tags, const clStringList& columnNames, Write&& write) {
     WriteCells(
         tags, columnNames, [&tags](const clString& name) { return tags.Get(name); }, write);
 }

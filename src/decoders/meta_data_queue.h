@@ -8,8 +8,7 @@
 #include <vector>
 
 #include "decoders/file_row.h"
-#include "decoders/tag_entry_pool.h"
-#include "decoders/tag_list.h"
+#include "decoders/kept_tags.h"
 #include "foundation/string.h"
 
 class ListedRows;
@@ -19,7 +18,7 @@ struct MetaDataItem {
     FileRow* row = nullptr;      // the row array's; null once the list gave up its rows
     std::int64_t rowIndex = -1;  // of `row` in that array; -1 without one
     bool done = false;           // the reader has finished with the file, with whatever outcome
-    TagList tags;                // tags, extended properties and derived properties
+    KeptTags tags;               // tags, extended properties and derived properties
 };
 
 // Items in list order at the time when they were appended; the pump removes from
@@ -112,7 +111,7 @@ private:
     MetaDataItem* FirstIndexed(const clString& path, std::uint64_t hash);
     void RemoveHead();
 
-    TagEntryPool pool_;  // of the tags of all items
+    KeptTagsPool pool_;  // of the tags of all items
     std::deque<std::unique_ptr<Block>> blocks_;
     Position removed_ = 0;  // of the item at the head
     Position undone_ = 0;   // all before it are done

@@ -1,6 +1,8 @@
 #include "decoders/meta_data_reader.h"
 
 #include "decoders/file_properties.h"
+#include "decoders/tag_entry_pool.h"
+#include "decoders/tag_list.h"
 
 namespace {
 
@@ -27,15 +29,26 @@ bool NextPath(MetaDataQueue& queue, clString& path) {
     return true;
 }
 
+// Makes the tags of a file out of `record`. Where it has none, those of an earlier
+// reading of the same file stay.
+void TakeRecord(const DecoderOpenRecord& record, MetaDataItem& item, bool unitsInHertz,
+                TagEntryPool& pool) {
+    TagList tags;
+    tags.UsePool(pool);
+    item.tags.CopyTo(tags);
+    TakeOpenRecord(record, *item.row, tags, unitsInHertz);
+    item.tags.Keep(tags);
+}
+
 // Ends one file: `record` is what Open told, or null where it failed. With the
 // lock held, which is not given back between storing and marking as done: the
 // pump could take the first of two items of one path there, and the other would
 // end done with nothing in it.
 void Finish(MetaDataQueue& queue, MetaDataReaderHost& host, const clString& path,
-            const DecoderOpenRecord* record) {
+            const DecoderOpenRecord* record, TagEntryPool& pool) {
     MetaDataItem* const item = queue.FirstWithPath(path);
     if (item == nullptr) return;
-    if (record != nullptr) TakeOpenRecord(*record, *item->row, item->tags, host.UnitsInHertz());
+    if (record != nullptr) TakeRecord(*record, *item, host.UnitsInHertz(), pool);
     item->done = true;
     // Rows that were made of bare paths learn here how large their files are.
     if (item->row->sizeBytes == 0) host.FillFileFacts(*item->row);
@@ -49,9 +62,9 @@ bool FirstPath(MetaDataQueue& queue, MetaDataReaderHost& host, clString& path) {
 // One lock for the end of a file and the choice of the next: of what is done for
 // each file beside the decoder's own work a lock of the platform is the dearest.
 bool FinishAndChooseNext(MetaDataQueue& queue, MetaDataReaderHost& host, clString& path,
-                         const DecoderOpenRecord* record) {
+                         const DecoderOpenRecord* record, TagEntryPool& pool) {
     const HostLock lock(host);
-    Finish(queue, host, path, record);
+    Finish(queue, host, path, record, pool);
     return NextPath(queue, path);
 }
 
@@ -60,11 +73,12 @@ bool FinishAndChooseNext(MetaDataQueue& queue, MetaDataReaderHost& host, clStrin
 void ReadQueuedFiles(MetaDataQueue& queue, MetaDataReaderHost& host) {
     clString path;
     DecoderOpenRecord record;
+    TagEntryPool pool;
     if (host.StopRequested()) return;
     bool goesOn = FirstPath(queue, host, path);
     for (std::int64_t file = 0; goesOn; ++file) {
         const bool opened = host.Open(path, record);
-        goesOn = FinishAndChooseNext(queue, host, path, opened ? &record : nullptr);
+        goesOn = FinishAndChooseNext(queue, host, path, opened ? &record : nullptr, pool);
         if (file % filesBetweenBreaks == 0) host.GiveWay();
         if (host.StopRequested()) return;
     }

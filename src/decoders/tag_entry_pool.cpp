@@ -3,7 +3,6 @@
 #include <new>
 
 void* TagEntryPool::Take() {
-    ++taken_;
     if (free_ != nullptr) {
         Free* const room = free_;
         free_ = room->next;
@@ -17,13 +16,5 @@ void* TagEntryPool::Take() {
 }
 
 void TagEntryPool::Give(void* room) {
-    --taken_;
     free_ = new (room) Free{free_};
-}
-
-void TagEntryPool::Trim() {
-    if (taken_ > 0 || blocks_.empty()) return;
-    blocks_.resize(1);
-    usedOfLast_ = 0;
-    free_ = nullptr;
 }

@@ -36,13 +36,14 @@ public:
     // The result is the bytes that the text occupies, terminator included: more
     // than were left if it has none.
     std::int64_t TakeText(clString& text) {
-        const std::int64_t start = offset;
-        units.clear();
-        for (wchar_t unit = TakeUnit(); unit != 0; unit = TakeUnit())
-            units.push_back(unit);
-        units.push_back(0);
-        text.Assign(units.data(), static_cast<std::int32_t>(units.size()));
-        return offset - start;
+        const std::int64_t length = UnitsBeforeTerminator();
+        const std::int64_t bytes = length * unitBytes;
+        units.resize(static_cast<std::size_t>(length) + 1);
+        if (length > 0) std::memcpy(units.data(), block + offset, static_cast<std::size_t>(bytes));
+        text.Assign(units.data(), static_cast<std::int32_t>(length) + 1);
+        // Beyond the end where no terminator was there: that is how the caller learns.
+        offset += bytes + unitBytes;
+        return bytes + unitBytes;
     }
 
     // At least `count` bytes must be left. Where no memory can be had for them the
@@ -55,15 +56,16 @@ public:
     }
 
 private:
-    // Behind the last whole unit the answer is 0, and the position moves all the
-    // same: that is how the caller learns that no terminator was there.
-    wchar_t TakeUnit() {
-        wchar_t unit = 0;
-        if (Left() >= std::int64_t{sizeof(unit)}) {
-            std::memcpy(&unit, block + offset, sizeof(unit));
+    static constexpr std::int64_t unitBytes = sizeof(wchar_t);
+
+    std::int64_t UnitsBeforeTerminator() const {
+        const std::int64_t whole = Left() / unitBytes;
+        for (std::int64_t i = 0; i < whole; ++i) {
+            wchar_t unit = 0;
+            std::memcpy(&unit, block + offset + i * unitBytes, sizeof(unit));
+            if (unit == 0) return i;
         }
-        offset += std::int64_t{sizeof(unit)};
-        return unit;
+        return std::max<std::int64_t>(whole, 0);
     }
 
     const std::uint8_t* block;
@@ -91,13 +93,14 @@ bool ReadEntry(TagBlockCursor& cursor, TagList& list) {
     return true;
 }
 
-// Where the entries of a growing list stand, by their names. A block of a million
-// bytes may hold as many names as would take a walk of the list for each half a
-// minute, with the meta-data mutex held.
+// Which names a growing list has. A block of a million bytes may hold as many as
+// would take a walk of the list for each half a minute, with the meta-data mutex
+// held: a long list is indexed. For a short one the walk takes less.
 class NameIndex {
 public:
     explicit NameIndex(const TagList& named) : list(named) {}
     bool Has(const clString& name) {
+        if (list.Count() <= longestWalk) return list.Has(name);
         for (; known < list.Count(); ++known)
             places.emplace(HashOf(list.At(known).name), known);
         const auto [first, last] = places.equal_range(HashOf(name));
@@ -113,6 +116,8 @@ private:
             hash = (hash ^ FoldAscii(name.Chars()[i])) * 0x100000001B3u;
         return hash;
     }
+
+    static constexpr std::int64_t longestWalk = 64;
 
     const TagList& list;
     std::int64_t known = 0;

@@ -30,6 +30,8 @@ public:
     // Takes the memory of entries from there instead of the heap. Only while the
     // list is empty; the pool must outlive it.
     void UsePool(TagEntryPool& entryPool) { pool = &entryPool; }
+    // The same with what `other` uses.
+    void UsePoolOf(const TagList& other) { pool = other.pool; }
 
     std::int64_t Count() const { return entries.Count(); }
     // The entry itself, owned by the list: the caller checks the bounds.
@@ -38,6 +40,7 @@ public:
     // Appends, without looking for an older entry of that name. The result stays
     // valid until the entry is removed.
     TagEntry& Add(const clString& name, const clString& value);
+    bool Has(const clString& name) const { return IndexOf(name) >= 0; }
     // Value of the first entry of that name; empty when there is none.
     clString Get(const clString& name) const;
     // The same, and removes every entry of that name.

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "decoders/kept_tags.h"
+#include "decoders/tag_list.h"
 #include "tests/support/text.h"
 
 using testing::ElementsAre;
@@ -66,6 +68,21 @@ TEST(MetaDataCells, ATagNamedLikeAFileColumnOverwritesIt) {
     TagList tags;
     tags.Add(L"Size", L"enormous");
     EXPECT_THAT(Written(tags, L"Name\rSize"), ElementsAre("1=enormous"));
+}
+
+TEST(MetaDataCells, TagsThatWereKeptGiveTheSameCells) {
+    TagList tags;
+    tags.Add(L"artist", L"A\rB");
+    tags.Add(L"Artist", L"hidden");
+    KeptTagsPool pool;
+    KeptTags kept;
+    kept.UsePool(pool);
+    kept.Keep(tags);
+    Cells cells;
+    WriteTagCells(kept, Names(L"Size\rArtist"), [&](std::int64_t column, const clString& text) {
+        cells.push_back(std::to_string(column) + "=" + Utf8(text));
+    });
+    EXPECT_THAT(cells, ElementsAre("1=A; B"));
 }
 
 TEST(MetaDataCells, AFileWithoutAnyTagHasNoCellWritten) {

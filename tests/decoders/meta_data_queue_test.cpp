@@ -185,7 +185,9 @@ TEST_F(Queue, TakingStopsAtTheFirstItemThatIsNotDone) {
 
 TEST_F(Queue, AnItemIsStillThereWhileItIsTaken) {
     Fill({L"a"});
-    queue.FirstUndone()->tags.Add(L"Title", L"T");
+    TagList tags;
+    tags.Add(L"Title", L"T");
+    queue.FirstUndone()->tags.Keep(tags);
     Finish(L"a");
     queue.TakeFinished([&](const MetaDataItem& item) {
         EXPECT_EQ(queue.Count(), 1);

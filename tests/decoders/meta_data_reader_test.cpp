@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "decoders/tag_list.h"
 #include "tests/decoders/row_list.h"
 #include "tests/support/text.h"
 
@@ -39,6 +40,7 @@ class ScriptedHost : public MetaDataReaderHost {
 public:
     struct File {
         bool opens = true;
+        bool hasTags = true;
         std::uint64_t sizeBytes = 0;       // 0: not on the disk
         std::function<void()> duringOpen;  // called while nobody holds the lock
     };
@@ -65,8 +67,10 @@ public:
         record = {};
         if (!file.opens) return false;
         block_ = TagBlock(L"Title", path);
-        record.tags = block_.data();
-        record.tagsSize = static_cast<std::uint32_t>(block_.size());
+        if (file.hasTags) {
+            record.tags = block_.data();
+            record.tagsSize = static_cast<std::uint32_t>(block_.size());
+        }
         record.lengthMs = 1000 * path.Length();
         record.waveFormat.nSamplesPerSec = 800;
         return true;
@@ -173,7 +177,7 @@ TEST_F(Reader, ReadsInTheOrderOfTheQueueAndPassesByWhatIsDone) {
 
 TEST_F(Reader, AFileThatDoesNotOpenEndsDoneWithoutTags) {
     Fill({L"a", L"b"});
-    host.files["a"] = {.opens = false, .sizeBytes = 17, .duringOpen = {}};
+    host.files["a"] = {.opens = false, .hasTags = true, .sizeBytes = 17, .duringOpen = {}};
     ReadQueuedFiles(queue, host);
     EXPECT_EQ(queue.Count(), 2);
     queue.TakeFinished(
@@ -249,6 +253,30 @@ TEST_F(Reader, RereadsTheSecondOfTwoRowsOfOnePathUntilTheFirstIsTaken) {
     EXPECT_THAT(Taken(), ElementsAre("a: a", "b: b"));
     EXPECT_EQ(rows.At(0).lengthMs, 1000);
     EXPECT_EQ(rows.At(1).lengthMs, 1000);
+}
+
+// The tags of the first reading, and the length of the last.
+TEST_F(Reader, AReadingWithoutTagsLeavesThoseOfAnEarlierOne) {
+    Fill({L"a", L"a"});
+    int opened = 0;
+    host.files["a"].duringOpen = [&] {
+        host.files["a"].hasTags = ++opened != 2;
+        if (opened == 3) {
+            queue.TakeFinished([](const MetaDataItem& item) {
+                EXPECT_EQ(Utf8(item.tags.Get(L"Title")), "a");
+                EXPECT_EQ(Utf8(item.tags.Get(L"Length")), "0:01");
+                TagList tags;
+                item.tags.CopyTo(tags);
+                std::int64_t lengths = 0;
+                for (std::int64_t i = 0; i < tags.Count(); ++i)
+                    lengths += tags.At(i).name.Equals(L"Length") ? 1 : 0;
+                EXPECT_EQ(lengths, 1);
+            });
+        }
+    };
+    ReadQueuedFiles(queue, host);
+    EXPECT_EQ(host.Only("open").size(), 3u);
+    EXPECT_THAT(Taken(), ElementsAre("a: a"));
 }
 
 TEST_F(Reader, RowsWhosePathsDifferInCaseAreTwoFiles) {

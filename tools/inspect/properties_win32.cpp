@@ -5,6 +5,7 @@
 #include "decoders/file_date.h"
 #include "decoders/meta_data_cells.h"
 #include "decoders/meta_data_source.h"
+#include "decoders/tag_list.h"
 #include "foundation/folders.h"
 #include "foundation/paths.h"
 #include "foundation/regional.h"
@@ -70,8 +71,10 @@ public:
         Add(L"Date Modified", FileDateText(row.dateModified));
         Add(L"Date Created", FileDateText(row.dateCreated));
         Add(L"Date Accessed", FileDateText(row.dateAccessed));
-        for (std::int64_t i = 0; i < item.tags.Count(); ++i)
-            AddColumn(item.tags.At(i).name);
+        TagList tags;
+        item.tags.CopyTo(tags);
+        for (std::int64_t i = 0; i < tags.Count(); ++i)
+            AddColumn(tags.At(i).name);
         WriteTagCells(item.tags, columns_, [this](std::int64_t column, const clString& text) {
             texts_[static_cast<std::size_t>(column)].Assign(text);
         });
