@@ -9,7 +9,8 @@ namespace {
 
 constexpr std::size_t fewestBuckets = 64;
 
-// Exact, unlike the hash of the selection's lists: here case makes another path.
+}  // namespace
+
 // Four characters at a time.
 std::uint64_t HashOfPath(const clString& path) {
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15u;
@@ -25,8 +26,6 @@ std::uint64_t HashOfPath(const clString& path) {
     }
     return hash;
 }
-
-}  // namespace
 
 void MetaDataQueue::Append(FileRow& row, std::int64_t rowIndex) {
     if (end_ / slotsInBlock - removed_ / slotsInBlock == static_cast<Position>(blocks_.size()))

@@ -21,6 +21,10 @@ struct MetaDataItem {
     KeptTags tags;               // tags, extended properties and derived properties
 };
 
+// By which a queue looks for paths. Exact, unlike the hash of the selection's
+// lists: here case makes another path.
+[[nodiscard]] std::uint64_t HashOfPath(const clString& path);
+
 // Items in list order at the time when they were appended; the pump removes from
 // the head. A path may occur more than once. Each operation but Clear and
 // ForgetRows takes the same time however long the queue is, the search for a path

@@ -112,6 +112,25 @@ TEST_F(Queue, PathsAreComparedWithTheirCase) {
     EXPECT_EQ(WithPath(L"C:\\Song.abcd"), -1);
 }
 
+TEST_F(Queue, PathsThatShareAHashAreStillTwo) {
+    const wchar_t* const one = L"C:\\alpha.abc";
+    const wchar_t* const other = L"C:\\bl\x8C5Dh\x8C4C.abc";
+    ASSERT_EQ(HashOfPath(one), HashOfPath(other));
+    ASSERT_NE(HashOfPath(one), HashOfPath(L"C:\\Alpha.abc"));
+    Fill({one, other});
+    for (int round = 0; round < 2; ++round) {  // behind the reader, and once it was there
+        EXPECT_EQ(WithPath(other), 1);
+        EXPECT_EQ(WithPath(one), 0);
+    }
+    Finish(other);
+    EXPECT_EQ(Undone(), 0);
+    Finish(one);
+    EXPECT_THAT(Taken(queue), ElementsAre(0, 1));
+    Fill({other});
+    EXPECT_EQ(WithPath(one), -1);
+    EXPECT_EQ(WithPath(other), 0);
+}
+
 TEST_F(Queue, OfEqualPathsTheFirstIsFoundUntilItIsTaken) {
     Fill({L"a", L"b", L"a", L"a"});
     EXPECT_EQ(WithPath(L"a"), 0);
