@@ -115,6 +115,21 @@ bool Same(const clFileTime& left, const FILETIME& right) {
     return left.low == right.dwLowDateTime && left.high == right.dwHighDateTime;
 }
 
+constexpr FILETIME modifiedThen = {11, 31000000};
+constexpr FILETIME accessedThen = {12, 32000000};
+constexpr FILETIME createdThen = {13, 30000000};
+decltype(&FindFirstFileW) realFindFirst;
+
+HANDLE WINAPI DatedFindFirst(const wchar_t* path, WIN32_FIND_DATAW* data) {
+    const HANDLE found = realFindFirst(path, data);
+    data->ftLastWriteTime = modifiedThen;
+    data->ftLastAccessTime = accessedThen;
+    data->ftCreationTime = createdThen;
+    data->nFileSizeHigh = 3;
+    data->nFileSizeLow = 1;
+    return found;
+}
+
 void SetSize(const clString& path, std::int64_t bytes) {
     const clFileHandle file(
         CreateFileW(path.Chars(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -200,6 +215,23 @@ TEST_F(MetaDataSource, AFileThatHasVanishedEndsDoneWithWhatTheListKnew) {
     EXPECT_EQ(rows.At(1).sizeBytes, 1u);
     EXPECT_EQ(rows.At(2).sizeBytes, 0u);
     EXPECT_EQ(rows.At(2).dateModified.high, 0u);
+}
+
+// Told by the platform's own answer with dates of three years: a file on the disk
+// of the tests has no creation of its own under Wine.
+TEST_F(MetaDataSource, EachDateOfAFileComesToItsOwnPlace) {
+    disk.AddFile(L"a.nope");
+    AddRow(L"a.nope", 0);
+    const ImportStub stub("FindFirstFileW", DatedFindFirst);
+    realFindFirst = stub.Original<decltype(FindFirstFileW)>();
+    clMetaDataSource source;
+    source.Refill(rows);
+    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
+    const FileRow& row = rows.At(0);
+    EXPECT_TRUE(Same(row.dateModified, modifiedThen));
+    EXPECT_TRUE(Same(row.dateAccessed, accessedThen));
+    EXPECT_TRUE(Same(row.dateCreated, createdThen));
+    EXPECT_EQ(row.sizeBytes, 0x300000001u);
 }
 
 TEST_F(MetaDataSource, SizesAndDatesAreFilledWhereTheSizeIsNotKnown) {
