@@ -193,6 +193,18 @@ TEST_F(InspectProperties, ShowsEachFileOnceInTheOrderGiven) {
     EXPECT_EQ(outcome.errors, "inspect: no decoder reads " + NarrowUtf8(c) + "\n");
 }
 
+// As rows of a list do, whose paths are compared with their case.
+TEST_F(InspectProperties, NamesThatDifferInCaseStandForTwoFiles) {
+    stage.AddDecoder(L"tones", "type=.tq|Tones\necho=Title");
+    const std::string a = NarrowUtf8(stage.AddFile(L"a.tq"));
+    const InspectOutcome outcome = stage.Run({L"properties", L"a.tq", L"A.TQ", L"a.tq"});
+    EXPECT_EQ(outcome.code, 0U);
+    EXPECT_EQ(outcome.errors, "");
+    const std::string other = a.substr(0, a.size() - 4) + "A.TQ";
+    EXPECT_EQ(Picked(outcome.out, {"Title"}),
+              "  Title               " + a + "\n  Title               " + other + "\n");
+}
+
 TEST_F(InspectProperties, AFileThatCannotBeOpenedHasItsFactsAlone) {
     stage.AddDecoder(L"tones", "type=.tq|Tones\n[bad.tq]\nopen=0");
     const std::wstring file = stage.AddFile(L"bad.tq");
