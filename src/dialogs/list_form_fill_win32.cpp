@@ -1,14 +1,12 @@
 // The conversion list's contents: its rows, their cells and their totals.
 #include <memory>
 
-#include "decoders/file_date.h"
 #include "dialogs/list_form.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
 #include "foundation/paths.h"
 #include "foundation/program_title.h"
 #include "foundation/settings.h"
-#include "mainwindow/file_cells.h"
 #include "mainwindow/setting_names.h"
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
@@ -21,17 +19,6 @@ constexpr std::int32_t summaryUnits = 21;
 HICON LoadSmallIcon(int id) {
     return static_cast<HICON>(
         LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
-}
-
-// Of a finished file: what the directory says, read with the file, and its tags.
-clString CellTextOfFile(const MetaDataItem& item, const clString& columnName) {
-    if (item.row != nullptr) {
-        if (columnName.Equals(L"Date Modified")) return FileDateText(item.row->dateModified);
-        if (columnName.Equals(L"Date Created")) return FileDateText(item.row->dateCreated);
-        if (columnName.Equals(L"Date Accessed")) return FileDateText(item.row->dateAccessed);
-        if (columnName.Equals(L"Size")) return SizeCellText(*item.row);
-    }
-    return TagCellText(item, columnName);
 }
 
 // Appends the name unless its text stands anywhere among the names.
@@ -149,7 +136,7 @@ void frmList::OnTimer(std::uint32_t, std::int64_t) {
 }
 
 void frmList::PumpMetaData() {
-    const auto result = fileList.PumpMetaData(&CellTextOfFile);
+    const auto result = fileList.PumpMetaData(&FileCellText);
     const bool isComplete = result == clFileList::PumpResult::Complete;
     // The reader ends a little behind its last file, and may then have been pumped
     // dry already.

@@ -144,3 +144,8 @@ private:
 
 // The tag of that name: what the cells of a listed folder show.
 [[nodiscard]] clString TagCellText(const MetaDataItem& item, const clString& columnName);
+
+// What the cells of a list of bare paths show, in which nothing stands before its
+// file is read: size and dates of the row, whatever tags are named so, and the tag
+// of any other name. Of a row that is gone, the tags alone.
+[[nodiscard]] clString FileCellText(const MetaDataItem& item, const clString& columnName);

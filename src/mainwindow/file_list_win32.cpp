@@ -2,10 +2,12 @@
 #include <memory>
 #include <utility>
 
+#include "decoders/file_date.h"
 #include "decoders/meta_data_cells.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
 #include "foundation/paths.h"
+#include "mainwindow/file_cells.h"
 #include "mainwindow/file_list.h"
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
@@ -197,4 +199,14 @@ UINT clFileList::WorkMessage() {
 
 clString TagCellText(const MetaDataItem& item, const clString& columnName) {
     return item.tags.Get(columnName);
+}
+
+clString FileCellText(const MetaDataItem& item, const clString& columnName) {
+    if (item.row != nullptr) {
+        if (columnName.Equals(L"Date Modified")) return FileDateText(item.row->dateModified);
+        if (columnName.Equals(L"Date Created")) return FileDateText(item.row->dateCreated);
+        if (columnName.Equals(L"Date Accessed")) return FileDateText(item.row->dateAccessed);
+        if (columnName.Equals(L"Size")) return SizeCellText(*item.row);
+    }
+    return TagCellText(item, columnName);
 }

@@ -3,8 +3,12 @@
 
 #include <algorithm>
 
+#include "decoders/file_date.h"
+#include "foundation/handle.h"
 #include "tests/mainwindow/file_list_form.h"
 #include "tests/support/decoder_folder.h"
+#include "tests/support/eventually.h"
+#include "tests/support/regional_profile.h"
 #include "tests/support/text.h"
 
 using Result = clFileList::PumpResult;
@@ -67,4 +71,103 @@ TEST_F(PumpedList, QuickTextsComeInOneGo) {
 
 TEST_F(PumpedList, WaitsForAFileThatIsNotFinished) {
     EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Idle);
+}
+
+namespace {
+
+constexpr const wchar_t* gateName = L"tonequarry-test-gate";
+
+// Of row 0, in the columns of the form, joined by "|".
+std::string CellsOf(const FileListForm& form) {
+    std::string cells;
+    for (std::int32_t column = 0; column < form.view.ColumnCount(); ++column)
+        cells += Utf8(form.view.CellText(0, column)) + '|';
+    return cells;
+}
+
+// One file of a list, read and pumped; the cells that it then has.
+std::string PumpedCells(const wchar_t* columns, const char* decoder,
+                        clString (*textOf)(const MetaDataItem&, const clString&),
+                        const wchar_t* path = L"C:\\a.abc") {
+    const RegionalProfile region(englishRegion);
+    clScriptedFolder decoders;
+    decoders.Add("one", std::string("type=.abc|Some sound\n") + decoder);
+    FileListForm form(columns);
+    FileRow& row = form.AddRow(path, {L"name"});
+    row.sizeBytes = 1572864;
+    row.dateModified = {0, 31000000};
+    row.dateCreated = {0, 30000000};
+    row.dateAccessed = {0, 32000000};
+    form.files.RefillMetaDataQueue();
+    while (form.files.Reader().IsReading())
+        Sleep(5);
+    EXPECT_EQ(form.files.PumpMetaData(textOf), Result::Complete);
+    return CellsOf(form);
+}
+
+}  // namespace
+
+TEST(PumpedCell, SeveralValuesAreDividedBySemicolonsInBothLists) {
+    const char* const decoder = "tag=Artist|A\\rB\n";
+    EXPECT_EQ(PumpedCells(L"Name\rArtist", decoder, &TagCellText), "name|A; B|");
+    EXPECT_EQ(PumpedCells(L"Name\rArtist", decoder, &FileCellText), "name|A; B|");
+}
+
+TEST(PumpedCell, ATagNamedSizeShowsInAFolderAndNotInAListOfPaths) {
+    const char* const decoder = "tag=Size|huge\ntag=size|hidden\n";
+    EXPECT_EQ(PumpedCells(L"Name\rSize", decoder, &TagCellText), "name|huge|");
+    EXPECT_EQ(PumpedCells(L"Name\rSize", decoder, &FileCellText), "name|1,536 KB|");
+}
+
+TEST(PumpedCell, DatesOfAListOfPathsAreThoseOfTheirRows) {
+    const char* const decoder = "tag=Date Modified|never\ntag=Title|T\n";
+    const wchar_t* const columns = L"Name\rDate Modified\rDate Created\rDate Accessed\rTitle";
+    const std::string modified = Utf8(FileDateText({0, 31000000}));
+    const std::string created = Utf8(FileDateText({0, 30000000}));
+    const std::string accessed = Utf8(FileDateText({0, 32000000}));
+    ASSERT_NE(modified, created);
+    ASSERT_NE(modified, accessed);
+    EXPECT_EQ(PumpedCells(columns, decoder, &FileCellText),
+              "name|" + modified + '|' + created + '|' + accessed + "|T|");
+    EXPECT_EQ(PumpedCells(columns, decoder, &TagCellText), "name|never|||T|");
+}
+
+TEST(PumpedCell, AFileThatNobodyReadsHasNoSizeInAListOfPaths) {
+    const wchar_t* const columns = L"Name\rSize\rDate Modified";
+    EXPECT_EQ(PumpedCells(columns, "", &FileCellText, L"C:\\a.nope"), "name|||");
+    EXPECT_EQ(PumpedCells(columns, "open=0\n", &FileCellText), "name|||");
+}
+
+TEST_F(PumpedList, IsCompleteWithItsLastFileAndNotBefore) {
+    const clKernelHandle gate(CreateEventW(nullptr, TRUE, FALSE, gateName));
+    decoders.SetScript("one",
+                       "type=.abc|Some sound\ntag=Artist|Somebody\n[c.abc]\n"
+                       "tag=Artist|Somebody\nwait=tonequarry-test-gate\n");
+    form.files.RefillMetaDataQueue();
+    EXPECT_TRUE(Eventually([&] {
+        EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Idle);
+        return Artists()[1] == "Somebody";
+    }));
+    EXPECT_THAT(Artists(), testing::ElementsAre("Somebody", "Somebody", ""));
+    SetEvent(gate.Get());
+    EXPECT_TRUE(Eventually([&] { return !form.files.Reader().IsReading(); }));
+    EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Complete);
+    EXPECT_THAT(Artists(), testing::Each("Somebody"));
+    EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Idle);
+}
+
+// The list is sorted when it is complete, and not while it fills.
+TEST_F(PumpedList, TheFormIsToldToSortOnceTheListIsComplete) {
+    const auto posted = [&](Result result) {
+        clFileList::PostRest(form.form.Window(), result);
+        MSG message = {};
+        std::string told;
+        while (PeekMessageW(&message, form.form.Window(), clFileList::WorkMessage(),
+                            clFileList::WorkMessage(), PM_REMOVE))
+            told += message.wParam == clFileList::Sort ? "sort " : "go on ";
+        return told;
+    };
+    EXPECT_EQ(posted(Result::Idle), "");
+    EXPECT_EQ(posted(Result::More), "go on ");
+    EXPECT_EQ(posted(Result::Complete), "sort ");
 }
