@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tests/decoders/row_list.h"
+#include "tests/support/allocations.h"
 #include "tests/support/text.h"
 
 using testing::ElementsAre;
@@ -214,6 +215,30 @@ TEST_F(Queue, AnItemIsStillThereWhileItIsTaken) {
         EXPECT_EQ(Utf8(item.tags.Get(L"Title")), "T");
     });
     EXPECT_TRUE(queue.IsEmpty());
+}
+
+// Two megabytes of tags, of which no more than a block stays.
+TEST_F(Queue, ADrainedQueueGivesTheMemoryOfTagsBack) {
+    clString comment;
+    while (comment.Length() < 1000)
+        comment.Append(L"la la ");
+    std::size_t liveBlocks[2] = {};
+    for (const bool hasTags : {false, true}) {
+        Fill(std::vector<clString>(1000));
+        while (MetaDataItem* const item = queue.FirstUndone()) {
+            TagList tags;
+            if (hasTags) tags.Add(L"Comment", comment);
+            item->tags.Keep(tags);
+            item->done = true;
+        }
+        const std::size_t whileFull = LiveBlocks();
+        EXPECT_EQ(Taken(queue).size(), 1000u);
+        liveBlocks[hasTags ? 1 : 0] = LiveBlocks();
+        if (hasTags) {
+            EXPECT_GT(whileFull, liveBlocks[1] + 25);
+        }
+    }
+    EXPECT_LE(liveBlocks[1], liveBlocks[0] + 1);
 }
 
 TEST_F(Queue, TakingEndsBehindTheItemThatWasOneTooMany) {
