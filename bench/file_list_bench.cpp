@@ -33,17 +33,17 @@ constexpr std::int32_t nameColumn = 0;
 constexpr std::int32_t sizeColumn = 1;
 
 // Name and size do not go together: each sort finds the order of the other.
-std::unique_ptr<FileRow> RecordOf(std::int64_t number) {
+FileRow RecordOf(std::int64_t number) {
     const std::int64_t mixed = number * 7919 % manyRows;
     wchar_t path[128] = {};
     std::swprintf(path, 128, L"C:\\Music\\Artist %03lld\\%02lld - Title of the piece %06lld.tone",
                   static_cast<long long>(number / 100), static_cast<long long>(mixed % 97 + 1),
                   static_cast<long long>(number));
-    auto record = std::make_unique<FileRow>();
-    record->path.Assign(path);
-    record->typeName.Assign(FileTypeName(record->path));
-    record->sizeBytes = static_cast<std::uint64_t>(1000000 + (number * 48271 % manyRows) * 190);
-    record->dateModified = {static_cast<std::uint32_t>(mixed) * 10000, 29000000};
+    FileRow record;
+    record.path.Assign(path);
+    record.typeName.Assign(FileTypeName(record.path));
+    record.sizeBytes = static_cast<std::uint64_t>(1000000 + (number * 48271 % manyRows) * 190);
+    record.dateModified = {static_cast<std::uint32_t>(mixed) * 10000, 29000000};
     return record;
 }
 
@@ -79,14 +79,9 @@ public:
         const clMutexLock lock(SubclassMutex);
         const clStringList titles = list.ColumnTitles();
         for (int number = 0; number < count; ++number) {
-            std::unique_ptr<FileRow> record = RecordOf(number);
-            const FileRow& row = *record;
-            const std::int32_t displayRow = list.AddRow(std::move(record), titles.Count());
+            const std::int32_t displayRow =
+                list.AddRow(RecordOf(number), titles, &DirectoryCellText);
             list.SetTicked(displayRow, true);
-            for (std::int32_t column = 0; column < titles.Count(); ++column) {
-                const clString text = DirectoryCellText(row, *titles.At(column));
-                if (!text.IsEmpty()) view.SetCell(text, displayRow, column);
-            }
         }
         view.EndBatch();
     }
@@ -133,7 +128,7 @@ void FillBare(const BareForm& bare, const ListContents::Row& finished) {
     titles.Split(defaultColumns);
     SendMessageW(bare.List(), WM_SETREDRAW, FALSE, 0);
     for (int number = 0; number < manyRows; ++number)
-        InsertBare(bare, *RecordOf(number), titles, finished);
+        InsertBare(bare, RecordOf(number), titles, finished);
     SendMessageW(bare.List(), WM_SETREDRAW, TRUE, 0);
 }
 
@@ -196,9 +191,9 @@ std::wstring CellOf(HWND list, int row, int column) {
 void MeasureSorting(ListForm& form, const BareForm& bare, Judge& judge) {
     BareKeys keys;
     for (int number = 0; number < manyRows; ++number) {
-        const std::unique_ptr<FileRow> record = RecordOf(number);
-        keys.names.emplace_back(DirectoryCellText(*record, L"Name").Lower().Chars());
-        keys.sizes.push_back(record->sizeBytes);
+        const FileRow record = RecordOf(number);
+        keys.names.emplace_back(DirectoryCellText(record, L"Name").Lower().Chars());
+        keys.sizes.push_back(record.sizeBytes);
     }
     form.Sort(sizeColumn);
     SortBare(bare, &CompareSizes, keys);

@@ -1,5 +1,5 @@
 // The conversion list's contents: its rows, their cells and their totals.
-#include <memory>
+#include <utility>
 
 #include "dialogs/list_form.h"
 #include "foundation/folders.h"
@@ -19,6 +19,14 @@ constexpr std::int32_t summaryUnits = 21;
 HICON LoadSmallIcon(int id) {
     return static_cast<HICON>(
         LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
+}
+
+// Of a file that was not read yet: what its path says.
+clString CellTextOfPath(const FileRow& row, const clString& columnName) {
+    if (columnName.Equals(L"Name")) return FileNameOf(row.path);
+    if (columnName.Equals(L"Folder")) return DirectoryOf(row.path);
+    if (columnName.Equals(L"Type")) return row.typeName;
+    return {};
 }
 
 // Appends the name unless its text stands anywhere among the names.
@@ -69,6 +77,7 @@ void frmList::FillList() {
         // The list's many messages would each take the mutex from the kernel.
         const clMutexLock lock(SubclassMutex);
         const clStringList titles = fileList.ColumnTitles();
+        fileList.ExpectRows(_Files.Count());
         for (std::int64_t i = 0; i < _Files.Count(); ++i)
             AddFile(*_Files.At(i), titles);
     }
@@ -82,18 +91,10 @@ void frmList::FillList() {
 }
 
 void frmList::AddFile(const clString& path, const clStringList& titles) {
-    auto record = std::make_unique<FileRow>();
-    record->path.Assign(path);
-    record->typeName.Assign(FileTypeName(path));
-    const clString typeName(record->typeName);
-    const std::int32_t row = fileList.AddRow(std::move(record), titles.Count());
-    fileList.SetTicked(row, true);
-    for (std::int32_t column = 0; column < titles.Count(); ++column) {
-        const clString& title = *titles.At(column);
-        if (title.Equals(L"Name")) _ListFiles.SetCell(FileNameOf(path), row, column);
-        if (title.Equals(L"Folder")) _ListFiles.SetCell(DirectoryOf(path), row, column);
-        if (title.Equals(L"Type")) _ListFiles.SetCell(typeName, row, column);
-    }
+    FileRow record;
+    record.path.Assign(path);
+    record.typeName.Assign(FileTypeName(path));
+    fileList.SetTicked(fileList.AddRow(std::move(record), titles, &CellTextOfPath), true);
 }
 
 void frmList::RefillQueue() {

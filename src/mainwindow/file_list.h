@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include "decoders/file_row.h"
@@ -17,10 +16,10 @@
 #include "foundation/arrays.h"
 #include "foundation/string.h"
 #include "mainwindow/columns.h"
+#include "mainwindow/file_rows.h"
 #include "selection/selection_host.h"
 #include "toolkit/list_view.h"
 #include "toolkit/mem_bitmap.h"
-#include "toolkit/owned_list.h"
 
 // The order of a list, as its header shows it.
 struct SortContext {
@@ -60,9 +59,14 @@ public:
 
     // Stops the reader and waits for the file that it is at, then destroys all rows.
     void Clear();
-    // Appends a row with the picture of its type, `columns` empty cells and no tick
-    // box; returns its display index. The record is owned here.
-    std::int32_t AddRow(std::unique_ptr<FileRow> record, std::int64_t columns);
+    // Makes room for so many rows more: each of them is then added sooner.
+    void ExpectRows(std::int64_t count);
+    // What a cell of a new row shows: the text for that column's name.
+    using FirstTextOf = clString (*)(const FileRow& row, const clString& columnName);
+    // Appends a row with the picture of its type, the cells of the columns `titles`,
+    // and no tick box; returns its display index, or -1 if the control refuses. What
+    // the record held is taken over.
+    std::int32_t AddRow(FileRow&& record, const clStringList& titles, FirstTextOf textOf);
     bool IsTicked(std::int32_t displayRow) const;
     void SetTicked(std::int32_t displayRow, bool ticked);
 
@@ -130,7 +134,7 @@ private:
     SortContext CurrentOrder();
 
     XListView& view;
-    clOwnedList<FileRow> rows;
+    clFileRows rows;
     // Each display row's item parameter, which nobody but this class changes: the
     // control is not asked for it.
     std::vector<std::int64_t> paramsInOrder;

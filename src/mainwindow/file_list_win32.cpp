@@ -1,5 +1,4 @@
 #include <chrono>
-#include <memory>
 #include <utility>
 
 #include "decoders/file_date.h"
@@ -64,14 +63,24 @@ std::int64_t clFileList::ParamAt(std::int32_t displayRow) const {
     return paramsInOrder[static_cast<std::size_t>(displayRow)];
 }
 
-std::int32_t clFileList::AddRow(std::unique_ptr<FileRow> record, std::int64_t columns) {
-    const FileRow* row = rows.Add(std::move(record));
+void clFileList::ExpectRows(std::int64_t count) {
+    const std::size_t total = paramsInOrder.size() + static_cast<std::size_t>(count);
+    paramsInOrder.reserve(total);
+    SendMessageW(view.ListWindow(), LVM_SETITEMCOUNT, total, LVSICF_NOINVALIDATEALL);
+}
+
+// Each cell is written once, with the text that it begins with, and the control is
+// not asked where its end is: of the time of a long list nearly all goes into the
+// control's messages.
+std::int32_t clFileList::AddRow(FileRow&& record, const clStringList& titles, FirstTextOf textOf) {
+    const FileRow& row = rows.Add(std::move(record));
     const std::int64_t param = rows.Count() - 1;
-    const std::int32_t displayRow = view.InsertRow(-1, 0, PictureOf(row->path), param);
+    const auto end = static_cast<std::int32_t>(paramsInOrder.size());
+    const std::int32_t displayRow = view.InsertRow(end, 0, PictureOf(row.path), param);
     if (displayRow < 0) return displayRow;
     paramsInOrder.push_back(param);
-    for (std::int32_t column = 1; column < columns; ++column)
-        view.InsertRow(displayRow, column, -1, 0);
+    for (std::int32_t column = 0; column < titles.Count(); ++column)
+        view.SetCell(textOf(row, *titles.At(column)), displayRow, column);
     return displayRow;
 }
 

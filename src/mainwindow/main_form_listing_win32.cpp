@@ -1,5 +1,3 @@
-#include <memory>
-
 #include "foundation/dir_enum.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
@@ -13,16 +11,15 @@ clFileTime TimeOf(const FILETIME& time) {
     return {time.dwLowDateTime, time.dwHighDateTime};
 }
 
-std::unique_ptr<FileRow> RecordOf(const clDirEnum& entry) {
-    auto record = std::make_unique<FileRow>();
+FileRow RecordOf(const clDirEnum& entry) {
+    FileRow record;
     const WIN32_FIND_DATAW& found = entry.record;
-    record->path.Assign(entry.path);
-    record->typeName.Assign(FileTypeName(entry.path));
-    record->sizeBytes =
-        (static_cast<std::uint64_t>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
-    record->dateModified = TimeOf(found.ftLastWriteTime);
-    record->dateAccessed = TimeOf(found.ftLastAccessTime);
-    record->dateCreated = TimeOf(found.ftCreationTime);
+    record.path.Assign(entry.path);
+    record.typeName.Assign(FileTypeName(entry.path));
+    record.sizeBytes = (static_cast<std::uint64_t>(found.nFileSizeHigh) << 32) | found.nFileSizeLow;
+    record.dateModified = TimeOf(found.ftLastWriteTime);
+    record.dateAccessed = TimeOf(found.ftLastAccessTime);
+    record.dateCreated = TimeOf(found.ftCreationTime);
     return record;
 }
 
@@ -59,9 +56,8 @@ void frmMain::AddFolderRows(XTreeItem node) {
     while (entries.Next()) {
         if ((entries.record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
         if (!audioFilter.IsWantedAudioFile(entries.path)) continue;
-        const std::int32_t row = fileList.AddRow(RecordOf(entries), titles.Count());
+        const std::int32_t row = fileList.AddRow(RecordOf(entries), titles, &DirectoryCellText);
         fileList.SetTicked(row, selection.RowTicked(row));
-        FillRowCells(row, titles);
     }
 }
 

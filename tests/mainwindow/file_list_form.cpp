@@ -1,6 +1,6 @@
 #include "tests/mainwindow/file_list_form.h"
 
-#include <memory>
+#include <utility>
 
 #include "tests/support/text.h"
 
@@ -28,15 +28,15 @@ FileListForm::FileListForm(const wchar_t* names, const wchar_t* widths) {
 
 FileRow& FileListForm::AddRow(const wchar_t* path, const std::vector<const wchar_t*>& cells,
                               bool ticked) {
-    auto record = std::make_unique<FileRow>();
-    FileRow& row = *record;
-    row.path.Assign(path);
-    const std::int32_t place = files.AddRow(std::move(record), view.ColumnCount());
+    FileRow record;
+    record.path.Assign(path);
+    const std::int32_t place = files.AddRow(
+        std::move(record), {}, [](const FileRow&, const clString&) -> clString { return {}; });
     files.SetTicked(place, ticked);
     std::int32_t column = 0;
     for (const wchar_t* text : cells)
         view.SetCell(text, place, column++);
-    return row;
+    return *files.RowAt(place);
 }
 
 std::vector<std::string> FileListForm::FirstCells() const {
