@@ -54,6 +54,8 @@ private:
 
     void SetUpList();
     void FillList();
+    // All of them; without `byName` in the order in which they were given.
+    void AddFiles(bool byName);
     void AddFile(const clString& path, const clStringList& titles);
     void UpdateSummary();
     void CountSummary();

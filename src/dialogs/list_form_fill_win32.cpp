@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "dialogs/list_form.h"
+#include "dialogs/name_order.h"
 #include "foundation/folders.h"
 #include "foundation/mutex.h"
 #include "foundation/paths.h"
@@ -73,28 +74,40 @@ void frmList::FillList() {
     SetCursor(LoadCursorW(nullptr, IDC_APPSTARTING));
     _ListFiles.BeginBatch();
     fileList.Clear();
-    {
-        // The list's many messages would each take the mutex from the kernel.
-        const clMutexLock lock(SubclassMutex);
-        const clStringList titles = fileList.ColumnTitles();
-        fileList.ExpectRows(_Files.Count());
-        for (std::int64_t i = 0; i < _Files.Count(); ++i)
-            AddFile(*_Files.At(i), titles);
-    }
-    fileList.SetColumnSortImage(fileList.ColumnTitled(L"Name"), 0);
-    fileList.SortList();
+    const std::int32_t nameColumn = fileList.ColumnTitled(L"Name");
+    fileList.SetColumnSortImage(nameColumn, 0);
+    AddFiles(nameColumn >= 0);
+    // Added by their names they are in the order of that column.
+    if (nameColumn < 0) fileList.SortList();
     RefillQueue();
-    CountSummary();
     UpdateSummary();
     _ListFiles.EndBatch();
     SetCursor(LoadCursorW(nullptr, IDC_ARROW));
+}
+
+void frmList::AddFiles(bool byName) {
+    // The list's many messages would each take the mutex from the kernel.
+    const clMutexLock lock(SubclassMutex);
+    const clStringList titles = fileList.ColumnTitles();
+    fileList.ExpectRows(_Files.Count());
+    summary = {};
+    if (byName) {
+        for (const std::int64_t i : OrderByName(_Files))
+            AddFile(*_Files.At(i), titles);
+    } else {
+        for (std::int64_t i = 0; i < _Files.Count(); ++i)
+            AddFile(*_Files.At(i), titles);
+    }
 }
 
 void frmList::AddFile(const clString& path, const clStringList& titles) {
     FileRow record;
     record.path.Assign(path);
     record.typeName.Assign(FileTypeName(path));
-    fileList.SetTicked(fileList.AddRow(std::move(record), titles, &CellTextOfPath), true);
+    const std::int32_t row = fileList.AddRow(std::move(record), titles, &CellTextOfPath);
+    if (row < 0) return;
+    fileList.SetTicked(row, true);
+    summary.Add(*fileList.RowAt(row));
 }
 
 void frmList::RefillQueue() {
