@@ -1,0 +1,295 @@
+// The conversion list over files of a test's own, seen from within its own loop.
+#include <gmock/gmock.h>
+
+#include <map>
+
+#include "dialogs/list_summary.h"
+#include "foundation/settings.h"
+#include "mainwindow/setting_names.h"
+#include "resources/ids.h"
+#include "tests/dialogs/open_list.h"
+#include "tests/support/decoder_folder.h"
+#include "tests/support/import_stub.h"
+#include "tests/support/scratch_folder.h"
+#include "tests/support/scratch_registry.h"
+#include "tests/support/text.h"
+#include "tests/ui/pump.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+constexpr std::int64_t lengthMs = 61000;
+constexpr int artistCommand = 10012;  // the first of the tags
+
+class ListForm : public testing::Test {
+protected:
+    ListForm() {
+        InitSettings();
+        decoders.Add("one",
+                     "type=.abc|Some sound\nneeds-file=1\nlength-ms=61000\n"
+                     "tag=Artist|Somebody\n");
+        decoders.Add("two", "type=.broken|Broken sound\nopen=0\n");
+    }
+    void Add(const wchar_t* name, std::size_t bytes) {
+        const clString path = folder.AddFile(name, std::string(bytes, 'x'));
+        sizes[Utf8(name)] = bytes;
+        files.Add(path);
+    }
+    // What the line has to say of these rows, counted by the control's own ticks.
+    clString Recounted(const ShownList& shown) const {
+        ListSummary summary;
+        for (int row = 0; row < shown.RowCount(); ++row) {
+            if (!shown.IsTicked(row)) continue;
+            FileRow record;
+            record.sizeBytes = sizes.at(shown.Cell(row, 0));
+            record.lengthMs = lengthMs;
+            summary.Add(record);
+        }
+        return SummaryText(summary, false);
+    }
+    static std::vector<bool> Ticks(const ShownList& shown) {
+        std::vector<bool> ticks;
+        for (int row = 0; row < shown.RowCount(); ++row)
+            ticks.push_back(shown.IsTicked(row));
+        return ticks;
+    }
+
+    ScratchRegistry registry;
+    clScriptedFolder decoders;
+    ScratchFolder folder;
+    clStringList files;
+    std::map<std::string, std::size_t> sizes;  // by name
+};
+
+// Looks at the line behind each change of a row that the dialog is told of.
+class RowWatch {
+public:
+    RowWatch(HWND dialogToWatch, std::function<void()> look)
+        : dialog(dialogToWatch),
+          afterChange(std::move(look)),
+          previous(reinterpret_cast<WNDPROC>(
+              SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)))) {
+        current = this;
+    }
+    RowWatch(const RowWatch&) = delete;
+    RowWatch& operator=(const RowWatch&) = delete;
+    ~RowWatch() {
+        SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
+        current = nullptr;
+    }
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+        const LRESULT result = CallWindowProcW(current->previous, window, message, wParam, lParam);
+        if (message == WM_NOTIFY &&
+            reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(LVN_ITEMCHANGED))
+            current->afterChange();
+        return result;
+    }
+
+    static RowWatch* current;
+    HWND dialog;
+    std::function<void()> afterChange;
+    WNDPROC previous;
+};
+
+RowWatch* RowWatch::current = nullptr;
+
+TEST_F(ListForm, LineIsThatOfARecountBehindEachRowOfACommand) {
+    for (int number = 0; number < 7; ++number) {
+        const std::wstring name = L"file " + std::to_wstring(number) + L".abc";
+        Add(name.c_str(), std::size_t{1000} << number);
+    }
+    RunList(files, L"Name\rFolder", [this](const ShownList& shown) {
+        ASSERT_TRUE(PumpUntil([&] { return shown.Tells(Recounted(shown)); }));
+        for (const int command : {ID_UNCHECK_ALL, ID_INVERT_SELECTION, ID_CHECK_ALL}) {
+            for (const int row : {1, 4})
+                shown.SetTicked(row, command != ID_CHECK_ALL);
+            int looks = 0;
+            {
+                const RowWatch watch(shown.Dialog(), [&] {
+                    ++looks;
+                    EXPECT_TRUE(shown.Tells(Recounted(shown))) << command << ' ' << looks;
+                });
+                shown.ChooseForRows(command);
+            }
+            // One for each row that the command turned.
+            EXPECT_EQ(looks, command == ID_UNCHECK_ALL        ? 7
+                             : command == ID_INVERT_SELECTION ? 7
+                                                              : 2)
+                << command;
+        }
+    });
+}
+
+TEST_F(ListForm, InvertTurnsEachRowByItself) {
+    for (const wchar_t* name : {L"a.abc", L"b.abc", L"c.abc"})
+        Add(name, 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        shown.SetTicked(1, false);
+        shown.ChooseForRows(ID_INVERT_SELECTION);
+        EXPECT_THAT(Ticks(shown), ElementsAre(false, true, false));
+    });
+}
+
+TEST_F(ListForm, FilesWithoutADecoderOrGoneKeepTheirRows) {
+    Add(L"a.abc", 786432);
+    Add(L"b.broken", 786432);
+    Add(L"c.none", 786432);
+    Add(L"d.abc", 786432);
+    DeleteFileW(folder.Path(L"d.abc").Chars());
+    RunList(files, L"Name\rSize\rArtist\rFolder", [](const ShownList& shown) {
+        // What lies there counts with its size, whoever can read it.
+        ASSERT_TRUE(PumpUntil([&] {
+            return shown.Tells(
+                L"Converting 4 Files, Source Size: 2.25 MB  Length: 1 minute 1 second");
+        }));
+        ASSERT_EQ(shown.RowCount(), 4);
+        EXPECT_EQ(shown.Cell(0, 1), "768 KB");
+        EXPECT_EQ(shown.Cell(0, 2), "Somebody");
+        for (const int row : {1, 2, 3}) {
+            EXPECT_EQ(shown.Cell(row, 1), "") << row;
+            EXPECT_EQ(shown.Cell(row, 2), "") << row;
+            EXPECT_TRUE(shown.IsTicked(row)) << row;
+        }
+    });
+}
+
+LSTATUS WINAPI RefuseToWrite(HKEY, LPCWSTR, DWORD, DWORD, const BYTE*, DWORD) {
+    return ERROR_ACCESS_DENIED;
+}
+
+TEST_F(ListForm, OkKeepsTheTicksThoughTheColumnsCannotBeKept) {
+    Add(L"a.abc", 10);
+    Add(L"b.abc", 10);
+    const ListOutcome outcome = RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        shown.SetTicked(0, false);
+        const ImportStub stub("RegSetValueExW", &RefuseToWrite);
+        shown.Press(IDOK);
+    });
+    EXPECT_THAT(outcome.excluded, ElementsAre(Utf8(folder.Path(L"a.abc"))));
+    EXPECT_FALSE(outcome.converts);
+    EXPECT_TRUE(ReadSettingString(setting::listColumns).IsEmpty());
+}
+
+TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        EXPECT_EQ(shown.Cell(0, 2), "");
+        shown.ChooseForColumns(artistCommand);
+        // The rows are read anew for it.
+        EXPECT_TRUE(PumpUntil([&] { return shown.Cell(0, 2) == "Somebody"; }));
+        EXPECT_TRUE(shown.IsTicked(0));
+        shown.Press(IDC_CONVERT);
+    });
+    EXPECT_EQ(Utf8(ReadSettingString(setting::listColumns)), "Name\rFolder\rArtist");
+}
+
+TEST_F(ListForm, HeaderMenuBringsTheDefaultColumnsAndTheirTexts) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Folder\rName", [](const ShownList& shown) {
+        shown.ChooseForColumns(ID_COLUMNS_DEFAULT);
+        EXPECT_TRUE(PumpUntil([&] { return shown.Cell(0, 4) == "Somebody"; }));
+    });
+}
+
+// The table of the dialog's layout, at whatever size.
+void ExpectLayout(const ShownList& shown) {
+    RECT client = {};
+    GetClientRect(shown.Dialog(), &client);
+    const POINT corner = shown.Units(7, 17);
+    const RECT list = shown.Place(IDC_FILE_LIST);
+    EXPECT_EQ(list.left, corner.x);
+    EXPECT_EQ(list.top, corner.y);
+    EXPECT_EQ(list.right - list.left, client.right - shown.Units(1, 14).y);
+    EXPECT_EQ(list.bottom - list.top, client.bottom - shown.Units(1, 42).y);
+    const struct {
+        int id;
+        LONG left;
+    } buttons[] = {{IDOK, client.right / 2 - shown.Units(81, 1).x},
+                   {IDC_CONVERT, client.right / 2 - shown.Units(25, 1).x},
+                   {IDCANCEL, client.right / 2 + shown.Units(31, 1).x}};
+    const POINT size = shown.Units(50, 14);
+    for (const auto& button : buttons) {
+        const RECT place = shown.Place(button.id);
+        EXPECT_EQ(place.left, button.left) << button.id;
+        EXPECT_EQ(place.top, client.bottom - shown.Units(1, 19).y) << button.id;
+        EXPECT_EQ(place.right - place.left, size.x) << button.id;
+        EXPECT_EQ(place.bottom - place.top, size.y) << button.id;
+    }
+}
+
+// At first the platform's own restoring is refused, and this one with it.
+bool Restores(const ShownList& shown) {
+    return PumpUntil([&] {
+        ShowWindow(shown.Dialog(), SW_RESTORE);
+        return IsZoomed(shown.Dialog()) == FALSE;
+    });
+}
+
+TEST_F(ListForm, LayoutFollowsTheSizeOfTheDialog) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        EXPECT_NE(IsZoomed(shown.Dialog()), FALSE);
+        ExpectLayout(shown);
+        ASSERT_TRUE(Restores(shown));
+        ExpectLayout(shown);
+        ShowWindow(shown.Dialog(), SW_MAXIMIZE);
+        ExpectLayout(shown);
+    });
+}
+
+TEST_F(ListForm, LineIsPaintedAnewInARestoredDialog) {
+    Add(L"a.abc", 786432);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        const clString line(L"Converting 1 Files, Source Size: 768 KB  Length: 1 minute 1 second");
+        ASSERT_TRUE(PumpUntil([&] { return shown.Tells(line); }));
+        ASSERT_TRUE(Restores(shown));
+        EXPECT_TRUE(PumpUntil([&] { return shown.Tells(line); }));
+    });
+}
+
+TEST_F(ListForm, ComesBackMaximisedFromTheTaskBar) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        PumpFor(1000);  // some timers of the dialog
+        ShowWindow(shown.Dialog(), SW_MINIMIZE);
+        EXPECT_TRUE(PumpUntil([&] { return IsIconic(shown.Dialog()) != FALSE; }));
+        PumpFor(600);
+        EXPECT_NE(IsIconic(shown.Dialog()), FALSE);
+        ShowWindow(shown.Dialog(), SW_RESTORE);
+        EXPECT_TRUE(PumpUntil([&] { return IsZoomed(shown.Dialog()) != FALSE; }));
+        ExpectLayout(shown);
+    });
+}
+
+TEST_F(ListForm, RowsAreInTheOrderOfTheColumnThatCarriesTheArrow) {
+    Add(L"b.abc", 10);
+    folder.AddFolder(L"inner");
+    Add(L"inner\\a.abc", 10);
+    Add(L"C.abc", 10);
+    RunList(files, L"Folder\rName", [](const ShownList& shown) {
+        std::vector<std::string> names;
+        for (int row = 0; row < shown.RowCount(); ++row)
+            names.push_back(shown.Cell(row, 1));
+        EXPECT_THAT(names, ElementsAre("a.abc", "b.abc", "C.abc"));
+    });
+}
+
+TEST_F(ListForm, WithoutAColumnOfNamesTheFirstOneSorts) {
+    folder.AddFolder(L"x");
+    folder.AddFolder(L"A");
+    folder.AddFolder(L"m");
+    for (const wchar_t* name : {L"x\\1.abc", L"A\\3.abc", L"m\\2.abc"})
+        Add(name, 10);
+    RunList(files, L"Folder\rThe Name", [this](const ShownList& shown) {
+        std::vector<std::string> folders;
+        for (int row = 0; row < shown.RowCount(); ++row)
+            folders.push_back(shown.Cell(row, 0));
+        EXPECT_THAT(folders, ElementsAre(Utf8(folder.Path(L"A\\")), Utf8(folder.Path(L"m\\")),
+                                         Utf8(folder.Path(L"x\\"))));
+    });
+}
+
+}  // namespace
