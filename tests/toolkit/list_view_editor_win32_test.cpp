@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "tests/support/import_stub.h"
 #include "tests/support/text.h"
 #include "tests/toolkit/list_form.h"
 #include "tests/ui/keys.h"
@@ -147,6 +148,23 @@ TEST(ListEditor, StaysShutOnAPressThatSelects) {
         EXPECT_EQ(form.Edited(), none) << key;
         EXPECT_EQ(form.list.Count("left 1"), 1) << key;
         EXPECT_EQ(form.list.Count("may edit"), 0) << key;
+    }
+}
+
+int keyHeldDown = 0;
+
+SHORT WINAPI OneKeyIsDown(int key) {
+    return key == keyHeldDown ? SHORT{-32768} : SHORT{0};
+}
+
+// By what the platform tells of each key by itself.
+TEST(ListEditor, StaysShutWhileEitherKeyOfAKindIsDown) {
+    for (const int key : {VK_LCONTROL, VK_RCONTROL, VK_LSHIFT, VK_RSHIFT}) {
+        EditorForm form;
+        keyHeldDown = key;
+        const ImportStub stub("GetAsyncKeyState", &OneKeyIsDown);
+        Click(form.InCell(1, 1, 60));
+        EXPECT_EQ(form.Edited(), none) << key;
     }
 }
 
