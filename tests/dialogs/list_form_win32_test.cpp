@@ -175,7 +175,7 @@ TEST_F(ListForm, OkKeepsTheTicksThoughTheColumnsCannotBeKept) {
 
 TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
     Add(L"a.abc", 10);
-    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+    const ListOutcome outcome = RunList(files, L"Name\rFolder", [](const ShownList& shown) {
         EXPECT_EQ(shown.Cell(0, 2), "");
         shown.ChooseForColumns(artistCommand);
         // The rows are read anew for it.
@@ -183,6 +183,7 @@ TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
         EXPECT_TRUE(shown.IsTicked(0));
         shown.Press(IDC_CONVERT);
     });
+    EXPECT_TRUE(outcome.converts);
     EXPECT_EQ(Utf8(ReadSettingString(setting::listColumns)), "Name\rFolder\rArtist");
 }
 
