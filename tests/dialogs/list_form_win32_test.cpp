@@ -20,6 +20,8 @@ using testing::ElementsAre;
 namespace {
 
 constexpr std::int64_t lengthMs = 61000;
+constexpr const wchar_t* oneFile =
+    L"Converting 1 Files, Source Size: 10 bytes  Length: 1 minute 1 second";
 constexpr int artistCommand = 10012;  // the first of the tags
 
 class ListForm : public testing::Test {
@@ -176,6 +178,8 @@ TEST_F(ListForm, OkKeepsTheTicksThoughTheColumnsCannotBeKept) {
 TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
     Add(L"a.abc", 10);
     const ListOutcome outcome = RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        // The first reading is over: what comes later comes of the new one.
+        ASSERT_TRUE(PumpUntil([&] { return shown.Tells(oneFile); }));
         EXPECT_EQ(shown.Cell(0, 2), "");
         shown.ChooseForColumns(artistCommand);
         // The rows are read anew for it.
@@ -190,6 +194,8 @@ TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
 TEST_F(ListForm, HeaderMenuBringsTheDefaultColumnsAndTheirTexts) {
     Add(L"a.abc", 10);
     RunList(files, L"Folder\rName", [](const ShownList& shown) {
+        // The first reading is over: what comes later comes of the new one.
+        ASSERT_TRUE(PumpUntil([&] { return shown.Tells(oneFile); }));
         shown.ChooseForColumns(ID_COLUMNS_DEFAULT);
         EXPECT_TRUE(PumpUntil([&] { return shown.Cell(0, 4) == "Somebody"; }));
     });
