@@ -219,6 +219,18 @@ TEST_F(FoldersTest, OpeningAFolderByItsExpanderSelectsItAndListsIt) {
     EXPECT_THAT(tree.Texts(inner), ElementsAre(L"deepest"));
 }
 
+// Without a click, which would select it too.
+TEST_F(FoldersTest, OpeningAFolderFromOutsideSelectsItAsWell) {
+    stage.AddFile(L"inner\\a.abc");
+    stage.AddFolder(L"inner\\deepest");
+    const RemoteTree tree = Open();
+    const RemoteItem inner = tree.Find(music, L"inner");
+    Ask(tree.Window(), TVM_EXPAND, TVE_EXPAND, inner);
+    EXPECT_EQ(tree.Selected(), inner);
+    EXPECT_THAT(tree.Texts(inner), ElementsAre(L"deepest"));
+    EXPECT_EQ(stage.Program().List().RowCount(), 1);
+}
+
 TEST_F(FoldersTest, FoldersShareOneIconAndRootsHaveTheirOwn) {
     stage.AddFolder(L"one");
     stage.AddFolder(L"two");

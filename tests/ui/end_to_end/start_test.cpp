@@ -103,15 +103,6 @@ TEST_F(StartTest, ButtonsStandInTheBandInTheirOrder) {
     }
 }
 
-TEST_F(StartTest, WindowHasItsIconInTwoSizes) {
-    const HWND form = stage.Start().Form();
-    const ULONG_PTR large = GetClassLongPtrW(form, GCLP_HICON);
-    const ULONG_PTR small = GetClassLongPtrW(form, GCLP_HICONSM);
-    EXPECT_NE(large, 0u);
-    EXPECT_NE(small, 0u);
-    EXPECT_NE(large, small);
-}
-
 TEST_F(StartTest, PanesHaveTheirStyles) {
     RunningProgram& program = stage.Start();
     EXPECT_EQ(Ask(program.Tree().Window(), TVM_GETITEMHEIGHT), 18);
