@@ -79,4 +79,5 @@ private:
     clOpenMaximised openMaximised;
     ListSummary summary;    // follows each flip
     bool summaryIsSettled;  // counted after the reader's end: no row changes any more
+    bool summaryIsInvalid;  // its line waits to be painted
 };

@@ -129,12 +129,15 @@ void frmList::CountSummary() {
 // in and its counting out: the sums, which are not shown then, are made once more
 // behind its end.
 void frmList::UpdateSummary() {
-    const bool isReading = fileList.Reader().IsReading();
+    const bool isReading = !summaryIsSettled && fileList.Reader().IsReading();
     if (!isReading && !summaryIsSettled) {
         CountSummary();
         summaryIsSettled = true;
     }
     _SummaryText.Assign(SummaryText(summary, isReading));
+    // Once for all the rows that a command turns.
+    if (summaryIsInvalid) return;
+    summaryIsInvalid = true;
     RECT client = {};
     GetClientRect(Window(), &client);
     RECT units = {1, summaryUnits, 1, 1};

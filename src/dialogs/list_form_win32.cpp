@@ -30,7 +30,8 @@ frmList::frmList(HWND parent, const clStringList& files, PathList& filesExcluded
       _Files(files),
       _FilesExcluded(filesExcluded),
       fileList(_ListFiles),
-      summaryIsSettled(false) {
+      summaryIsSettled(false),
+      summaryIsInvalid(false) {
     fileList._ColumnNames.Assign(ReadSettingString(setting::listColumns));
     if (fileList._ColumnNames.IsEmpty()) fileList._ColumnNames.Assign(defaultNames);
     const INT_PTR result = DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDD_LIST),
@@ -79,6 +80,7 @@ void frmList::OnDestroy() {
 void frmList::OnPaint() {
     PAINTSTRUCT paint = {};
     const HDC dc = BeginPaint(Window(), &paint);
+    summaryIsInvalid = false;
     const POINT place = Units(Window(), 7, 5);
     clFont font;
     font.Create(dc);
@@ -152,8 +154,10 @@ void frmList::ShowRowMenu() {
 void frmList::TickRows(int command) {
     if (command != ID_CHECK_ALL && command != ID_UNCHECK_ALL && command != ID_INVERT_SELECTION)
         return;
-    // The list's many messages would each take the mutex from the kernel.
+    // The list's many messages, and each row's counting, would take them from the
+    // kernel. A reader that works waits meanwhile.
     const clMutexLock lock(SubclassMutex);
+    const clMutexLock rowsLock(MetaDataMutex);
     for (std::int32_t row = 0; row < fileList.Count(); ++row) {
         const bool ticked =
             command == ID_INVERT_SELECTION ? !fileList.IsTicked(row) : command == ID_CHECK_ALL;
@@ -166,6 +170,8 @@ void frmList::FinishList(INT_PTR result) {
     fileList._ColumnNames.Assign(columns.names);
     WriteSettingString(columns.names, setting::listColumns);
     WriteSettingString(columns.widths, setting::listColumnWidths);
+    // The list's many messages would each take the mutex from the kernel.
+    const clMutexLock lock(SubclassMutex);
     for (std::int32_t row = 0; row < fileList.Count(); ++row) {
         const FileRow* record = fileList.RowAt(row);
         if (record != nullptr && !fileList.IsTicked(row)) _FilesExcluded.Add(record->path);
