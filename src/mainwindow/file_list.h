@@ -17,6 +17,7 @@
 #include "foundation/string.h"
 #include "mainwindow/columns.h"
 #include "mainwindow/file_rows.h"
+#include "mainwindow/row_pictures.h"
 #include "selection/selection_host.h"
 #include "toolkit/list_view.h"
 #include "toolkit/mem_bitmap.h"
@@ -141,6 +142,7 @@ private:
     clStringList pictureTypes;  // extensions whose pictures are known by now
     std::vector<int> pictures;  // one for each of them
     HIMAGELIST headerImages = nullptr;
+    clRowPictures rowPictures;
     XMemBitmap rowBitmap;  // of the row that was painted last: nearly all have one size
     DisplayRowIndex displayRows;
     clMetaDataSource reader;

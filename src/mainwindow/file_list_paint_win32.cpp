@@ -1,6 +1,7 @@
 #include "foundation/mutex.h"
 #include "mainwindow/file_list.h"
 #include "mainwindow/row_looks.h"
+#include "mainwindow/row_pictures.h"
 #include "resources/ids.h"
 #include "toolkit/dpi.h"
 #include "toolkit/font.h"
@@ -12,6 +13,7 @@ namespace {
 // One row while it is painted.
 struct RowPaint {
     XListView& view;
+    clRowPictures& pictures;
     HDC context;  // of the row's own bitmap
     std::int32_t row;
     std::int32_t height;
@@ -20,13 +22,15 @@ struct RowPaint {
     clFont& font;
 };
 
-// The shared icon is loaded once and lives as long as the program: loading it takes
-// longer than painting all the rest of a row.
 void DrawTickBox(const RowPaint& paint, std::int32_t x) {
     const int id = paint.ticked ? IDI_TICKED : IDI_STATE_NONE;
-    const auto icon = static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, LR_SHARED));
-    DrawIconEx(paint.context, x + row_place::tickBox, 0, icon, 16, 16, 0, nullptr, DI_NORMAL);
+    paint.pictures.Paint(
+        paint.context, x + row_place::tickBox, {clRowPictures::Kind::TickBox, id, paint.background},
+        {16, 16}, [id](HDC context) {
+            const clIconHandle icon(static_cast<HICON>(LoadImageW(
+                GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0)));
+            DrawIconEx(context, 0, 0, icon.Get(), 16, 16, 0, nullptr, DI_NORMAL);
+        });
 }
 
 // The picture of the file's type; false if the row can't tell it.
@@ -38,7 +42,13 @@ bool DrawPicture(const RowPaint& paint, std::int32_t x) {
     if (SendMessageW(list, LVM_GETITEMW, 0, reinterpret_cast<LPARAM>(&item)) == FALSE) return false;
     const auto images =
         reinterpret_cast<HIMAGELIST>(SendMessageW(list, LVM_GETIMAGELIST, LVSIL_SMALL, 0));
-    ImageList_Draw(images, item.iImage, paint.context, x + row_place::picture, 0, ILD_NORMAL);
+    int width = 0;
+    int height = 0;
+    if (ImageList_GetIconSize(images, &width, &height) == FALSE) return true;
+    paint.pictures.Paint(
+        paint.context, x + row_place::picture,
+        {clRowPictures::Kind::FileType, item.iImage, paint.background}, {width, height},
+        [&](HDC context) { ImageList_Draw(images, item.iImage, context, 0, 0, ILD_NORMAL); });
     return true;
 }
 
@@ -143,7 +153,8 @@ void clFileList::DrawRow(const DRAWITEMSTRUCT& item) {
     clFont font;
     font.Create(bitmap.Context(), nullptr, ScaleForDpi(defaultTextSize),
                 ticked ? row_colour::tickedText : row_colour::untickedText);
-    const RowPaint paint{view, bitmap.Context(), row, height, ticked, background, font};
+    const RowPaint paint{view,   rowPictures, bitmap.Context(), row,
+                         height, ticked,      background,       font};
     std::int32_t x = 0;
     for (std::int32_t column = 0; column < view.ColumnCount(); ++column)
         x = DrawCell(paint, column, x);

@@ -55,6 +55,7 @@ void clFileList::Clear() {
     paramsInOrder.clear();
     pictureTypes.Clear();
     pictures.clear();
+    rowPictures.Clear();
     SendMessageW(view.ListWindow(), LVM_DELETEALLITEMS, 0, 0);
 }
 

@@ -53,11 +53,12 @@ void frmMain::AddFolderRows(XTreeItem node) {
     if (folder.IsEmpty()) return;
     clDirEnum entries(L"*.*", folder);
     const clStringList titles = fileList.ColumnTitles();
+    const bool folderIsTicked = selection.SelectedFolderIsTicked();
     while (entries.Next()) {
         if ((entries.record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0) continue;
         if (!audioFilter.IsWantedAudioFile(entries.path)) continue;
         const std::int32_t row = fileList.AddRow(RecordOf(entries), titles, &DirectoryCellText);
-        fileList.SetTicked(row, selection.RowTicked(row));
+        fileList.SetTicked(row, selection.FileTicked(entries.path, folderIsTicked));
     }
 }
 

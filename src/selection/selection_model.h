@@ -56,6 +56,10 @@ public:
 
     // Whether a row of the selected folder is ticked, by folder and exceptions.
     bool RowTicked(std::int32_t row) const;
+    // Whether the state of the selected folder ticks its files.
+    bool SelectedFolderIsTicked() const;
+    // Whether a file is ticked in such a folder: `RowTicked` for who asks for many.
+    bool FileTicked(const clString& path, bool folderIsTicked) const;
     // Stores the new tick as an exception, or as nothing where it says the same
     // as the folder.
     void RowTickChanged(std::int32_t row, bool ticked);
@@ -92,7 +96,6 @@ public:
 private:
     void StepState(TreeNode node, const clString& path);
     bool HasSelectedChild(TreeNode node) const;
-    bool SelectedFolderIsTicked() const;
 
     SelectionHost& host_;
     SelectionLists lists_;

@@ -15,8 +15,11 @@ SelectionModel::RowFlips::~RowFlips() {
 }
 
 bool SelectionModel::RowTicked(std::int32_t row) const {
-    const clString path = host_.RowFilePath(row);
-    if (!SelectedFolderIsTicked() && !lists_._FilesIncluded.Contains(path)) return false;
+    return FileTicked(host_.RowFilePath(row), SelectedFolderIsTicked());
+}
+
+bool SelectionModel::FileTicked(const clString& path, bool folderIsTicked) const {
+    if (!folderIsTicked && !lists_._FilesIncluded.Contains(path)) return false;
     return !lists_._FilesExcluded.Contains(path);
 }
 
