@@ -5,10 +5,6 @@
 
 namespace {
 
-// In front of each piece stands the block that it lies in.
-constexpr std::size_t pieceHead = sizeof(void*);
-static_assert(pieceHead >= alignof(std::int64_t));
-
 constexpr std::size_t RoundedUp(std::size_t size) {
     return (size + alignof(std::int64_t) - 1) & ~(alignof(std::int64_t) - 1);
 }
@@ -111,7 +107,7 @@ void KeptTagsPool::Recycle(Block* block) {
 }
 
 void* KeptTagsPool::Take(std::size_t size) {
-    const std::size_t needed = pieceHead + RoundedUp(size);
+    const std::size_t needed = sizeof(PieceHead) + RoundedUp(size);
     Block* block = filling_;
     if (needed > usualSize) {
         block = Make(needed);
@@ -124,15 +120,16 @@ void* KeptTagsPool::Take(std::size_t size) {
     block->used += needed;
     ++block->taken;
     ++taken_;
-    std::memcpy(piece, &block, sizeof(block));
-    return piece + pieceHead;
+    const PieceHead head{block};
+    std::memcpy(piece, &head, sizeof(head));
+    return piece + sizeof(PieceHead);
 }
 
 void KeptTagsPool::Give(void* memory) {
-    Block* block = nullptr;
-    std::memcpy(&block, static_cast<std::byte*>(memory) - pieceHead, sizeof(block));
+    PieceHead head{};
+    std::memcpy(&head, static_cast<std::byte*>(memory) - sizeof(PieceHead), sizeof(head));
     --taken_;
-    if (--block->taken == 0) Recycle(block);
+    if (--head.block->taken == 0) Recycle(head.block);
 }
 
 void KeptTagsPool::Trim() {

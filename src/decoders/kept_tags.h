@@ -36,7 +36,12 @@ private:
         std::int64_t taken;  // pieces that were not given back
         Block* next;         // among those that are free
     };
-    static constexpr std::size_t usualSize = 64 * 1024 - sizeof(Block);
+    // Stands before each piece.
+    struct PieceHead {
+        Block* block;  // that it lies in
+    };
+    static_assert(sizeof(PieceHead) >= alignof(std::int64_t));
+    static constexpr std::size_t usualSize = std::size_t{65536} - sizeof(Block);
 
     Block* Make(std::size_t size);
     void Free(Block* block);
