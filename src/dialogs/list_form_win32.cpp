@@ -170,11 +170,13 @@ void frmList::FinishList(INT_PTR result) {
     fileList._ColumnNames.Assign(columns.names);
     WriteSettingString(columns.names, setting::listColumns);
     WriteSettingString(columns.widths, setting::listColumnWidths);
-    // The list's many messages would each take the mutex from the kernel.
-    const clMutexLock lock(SubclassMutex);
-    for (std::int32_t row = 0; row < fileList.Count(); ++row) {
-        const FileRow* record = fileList.RowAt(row);
-        if (record != nullptr && !fileList.IsTicked(row)) _FilesExcluded.Add(record->path);
+    {
+        // The list's many messages would each take the mutex from the kernel.
+        const clMutexLock lock(SubclassMutex);
+        for (std::int32_t row = 0; row < fileList.Count(); ++row) {
+            const FileRow* record = fileList.RowAt(row);
+            if (record != nullptr && !fileList.IsTicked(row)) _FilesExcluded.Add(record->path);
+        }
     }
     EndDialog(Window(), result);
 }

@@ -7,10 +7,10 @@
 
 #include "decoders/file_row.h"
 
-// Records lie in blocks that are so large that the heap of every system gives them
-// back at once: freed one by one, a hundred thousand of them leave a heap behind in
-// which some systems search long for each new one. They keep their address for as
-// long as they are in the list. Indices are 0-based. No locks.
+// Records lie in blocks that are larger than what a heap keeps for its next callers:
+// freed one by one, a hundred thousand of them leave a heap behind in which some
+// systems search long for each new one. They keep their address for as long as they
+// are in the list. Indices are 0-based. No locks.
 class clFileRows {
 public:
     clFileRows() = default;
@@ -36,8 +36,9 @@ public:
     void Clear() { blocks.clear(); }
 
 private:
-    static constexpr std::size_t rowsInBlock = 1024;
-    static_assert(sizeof(FileRow) * rowsInBlock > 512 * 1024);
+    static constexpr std::size_t rowsInBlock = 2048;
+    // The largest block of the heap proper, for 64-bit programs.
+    static_assert(sizeof(FileRow) * rowsInBlock > std::size_t{1024} * 1024);
 
     std::vector<std::vector<FileRow>> blocks;  // all but the last are full
 };

@@ -10,4 +10,6 @@ void clRowPictures::Paint(HDC target, std::int32_t x, const Key& key, const SIZE
         draw(picture->Context());
     }
     picture->Blit(target, x, 0);
+    // One that could not be made is tried again.
+    if (picture->Bitmap() == nullptr) pictures.erase(key);
 }

@@ -133,11 +133,13 @@ void XToolTip::HideNow() {
         Hide();
         return;
     }
+    const HWND shown = ShownWindow();
     hideRequested = true;
     if (Await(longestHideMs, [this] { return !HasWindow(); })) return;
     // The watcher is stuck, perhaps with the mutex: nothing here may wait for it.
     // Its thread alone may destroy the window; the platform's default does.
-    PostMessageW(ShownWindow(), WM_CLOSE, 0, 0);
+    // Null would be the queue of this thread.
+    if (shown != nullptr) PostMessageW(shown, WM_CLOSE, 0, 0);
 }
 
 void XToolTip::Stop() {

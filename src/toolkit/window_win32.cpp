@@ -85,9 +85,14 @@ void XWindow::DestroyWnd() {
 }
 
 void XWindow::AbandonWnd() {
+    if (windowHandle == nullptr) return;
     RemoveFromWindowTable(this);
-    // Without an object the platform's default destroys it.
-    if (windowHandle != nullptr) PostMessageW(windowHandle, WM_CLOSE, 0, 0);
+    // Without an object the platform's default destroys it, and its timers with it.
+    PostMessageW(windowHandle, WM_CLOSE, 0, 0);
+    {
+        const clMutexLock lock(timerMutex);
+        timers.Clear();
+    }
     windowHandle = nullptr;
     className.Assign(L"");
 }

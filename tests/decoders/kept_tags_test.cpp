@@ -181,6 +181,12 @@ TEST(KeptTagsPool, ABlockIsUsedAgainFromItsBeginningOnceAllOfItWasGivenBack) {
     void* const second = pool.Take(100);
     EXPECT_NE(first, second);
     pool.Give(first);
-    EXPECT_NE(pool.Take(100), first);  // the second is still there
+    void* const third = pool.Take(100);
+    EXPECT_NE(third, first);  // the second is still there
+    pool.Give(second);
+    pool.Give(third);
+    void* const again = pool.Take(100);
+    EXPECT_EQ(again, first);
     EXPECT_EQ(pool.BlockCount(), 1);
+    pool.Give(again);
 }

@@ -9,135 +9,13 @@
 #include "decoders/meta_data_reader.h"
 #include "foundation/handle.h"
 #include "foundation/mutex.h"
-#include "foundation/settings.h"
-#include "tests/decoders/row_list.h"
-#include "tests/support/decoder_folder.h"
-#include "tests/support/eventually.h"
+#include "tests/decoders/meta_data_source_stage.h"
 #include "tests/support/import_stub.h"
-#include "tests/support/scratch_folder.h"
-#include "tests/support/text.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-using Lines = std::vector<std::string>;
-
-constexpr const char* facts = "echo=Title\nlength-ms=61000\n";
-constexpr const wchar_t* gateName = L"tonequarry-test-gate";
-constexpr const char* gated = "wait=tonequarry-test-gate\n";
-
-class MetaDataSource : public testing::Test {
-protected:
-    void SetUp() override {
-        InitSettings();
-        decoders.Add("one", Everywhere(""));
-    }
-    // No decoder may wait on while the source is destroyed.
-    void TearDown() override { OpenGate(); }
-
-    FileRow& AddRow(const wchar_t* name, std::uint64_t sizeBytes = 1) {
-        return rows.Add(disk.Path(name), sizeBytes);
-    }
-    void AddRows(const std::vector<const wchar_t*>& names) {
-        for (const wchar_t* name : names)
-            AddRow(name);
-    }
-    // What counts for one file alone, and what for all.
-    void Script(const std::string& name, const std::string& lines) {
-        script += "[" + name + "]\n" + facts + lines;
-        decoders.SetScript("one", script);
-    }
-    void ScriptAll(const std::string& lines) { decoders.SetScript("one", Everywhere(lines)); }
-    const std::string& Everywhere(const std::string& lines) {
-        script = std::string("type=.abc|A\n") + facts + lines;
-        return script;
-    }
-    void OpenGate() const { SetEvent(gate.Get()); }
-    // Lets a gated decoder go when the reader is asked to stop, and not before.
-    std::thread OpenGateAtStop(const clMetaDataSource& source) const {
-        return std::thread([this, stop = source.Worker().StopEvent()] {
-            EXPECT_EQ(WaitForSingleObject(stop, 10000), WAIT_OBJECT_0);
-            OpenGate();
-        });
-    }
-    std::string Name(const clString& path) const {
-        return Utf8(path.Mid(path.FindLast(L'\\') + 1));
-    }
-    long Opened(const wchar_t* name) const {
-        return decoders.Count("one", "open " + Utf8(disk.Path(name)) + " 28");
-    }
-    bool EventuallyOpened(const wchar_t* name) const {
-        return Eventually([&] { return Opened(name) > 0; });
-    }
-    // "file: title's file" of each finished item.
-    Lines Taken(clMetaDataSource& source) {
-        Lines lines;
-        drained = source.TakeFinished([&](const MetaDataItem& item) {
-            EXPECT_EQ(item.row, rows.RowOf(item.rowIndex));
-            lines.push_back(Name(item.row->path) + ": " + Name(item.tags.Get(L"Title")));
-        });
-        return lines;
-    }
-    Lines TakenAtEnd(clMetaDataSource& source) {
-        EXPECT_TRUE(Eventually([&] { return !source.IsReading(); }));
-        return Taken(source);
-    }
-    // The names of the opened files, in order; "!" in front where a record was
-    // not zeroed or the flags were not 28.
-    Lines OpenedInOrder() const {
-        Lines names;
-        for (const std::string& line : decoders.Log("one")) {
-            if (line.rfind("open ", 0) != 0) continue;
-            const bool clean = line.size() > 3 && line.substr(line.size() - 3) == " 28";
-            const std::size_t slash = line.find_last_of('\\');
-            names.push_back((clean ? "" : "!") + line.substr(slash + 1, line.size() - slash - 4));
-        }
-        return names;
-    }
-
-    clScriptedFolder decoders;
-    ScratchFolder disk;
-    RowList rows;
-    std::string script;
-    bool drained = false;
-    const clKernelHandle gate{CreateEventW(nullptr, TRUE, FALSE, gateName)};
-};
-
-WIN32_FILE_ATTRIBUTE_DATA FactsOf(const clString& path) {
-    WIN32_FILE_ATTRIBUTE_DATA data{};
-    EXPECT_TRUE(GetFileAttributesExW(path.Chars(), GetFileExInfoStandard, &data));
-    return data;
-}
-
-bool Same(const clFileTime& left, const FILETIME& right) {
-    return left.low == right.dwLowDateTime && left.high == right.dwHighDateTime;
-}
-
-constexpr FILETIME modifiedThen = {11, 31000000};
-constexpr FILETIME accessedThen = {12, 32000000};
-constexpr FILETIME createdThen = {13, 30000000};
-decltype(&FindFirstFileW) realFindFirst;
-
-HANDLE WINAPI DatedFindFirst(const wchar_t* path, WIN32_FIND_DATAW* data) {
-    const HANDLE found = realFindFirst(path, data);
-    data->ftLastWriteTime = modifiedThen;
-    data->ftLastAccessTime = accessedThen;
-    data->ftCreationTime = createdThen;
-    data->nFileSizeHigh = 3;
-    data->nFileSizeLow = 1;
-    return found;
-}
-
-void SetSize(const clString& path, std::int64_t bytes) {
-    const clFileHandle file(
-        CreateFileW(path.Chars(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr));
-    LARGE_INTEGER position;
-    position.QuadPart = bytes;
-    ASSERT_TRUE(SetFilePointerEx(file.Get(), position, nullptr, FILE_BEGIN));
-    ASSERT_TRUE(SetEndOfFile(file.Get()));
-}
 
 bool IsFreeForOthers(clMutex& mutex) {
     bool free = false;
@@ -200,59 +78,6 @@ TEST_F(MetaDataSource, FilesThatNobodyReadsEndDoneWithoutTags) {
     EXPECT_THAT(seen, ElementsAre("damaged.abc empty", "text.nope empty", "good.abc filled"));
     EXPECT_EQ(rows.At(0).lengthMs, 0);
     EXPECT_EQ(rows.At(1).sizeBytes, 12u);
-}
-
-TEST_F(MetaDataSource, AFileThatHasVanishedEndsDoneWithWhatTheListKnew) {
-    ScriptAll("needs-file=1\n");
-    AddRows({L"a.abc", L"b.abc"});
-    AddRow(L"gone.abc", 0);
-    disk.AddFile(L"a.abc");
-    disk.AddFile(L"b.abc");
-    DeleteFileW(disk.Path(L"b.abc").Chars());
-    clMetaDataSource source;
-    source.Refill(rows);
-    EXPECT_THAT(TakenAtEnd(source), ElementsAre("a.abc: a.abc", "b.abc: ", "gone.abc: "));
-    EXPECT_EQ(rows.At(1).sizeBytes, 1u);
-    EXPECT_EQ(rows.At(2).sizeBytes, 0u);
-    EXPECT_EQ(rows.At(2).dateModified.high, 0u);
-}
-
-// Told by the platform's own answer with dates of three years: a file on the disk
-// of the tests has no creation of its own under Wine.
-TEST_F(MetaDataSource, EachDateOfAFileComesToItsOwnPlace) {
-    disk.AddFile(L"a.nope");
-    AddRow(L"a.nope", 0);
-    const ImportStub stub("FindFirstFileW", DatedFindFirst);
-    realFindFirst = stub.Original<decltype(FindFirstFileW)>();
-    clMetaDataSource source;
-    source.Refill(rows);
-    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
-    const FileRow& row = rows.At(0);
-    EXPECT_TRUE(Same(row.dateModified, modifiedThen));
-    EXPECT_TRUE(Same(row.dateAccessed, accessedThen));
-    EXPECT_TRUE(Same(row.dateCreated, createdThen));
-    EXPECT_EQ(row.sizeBytes, 0x300000001u);
-}
-
-TEST_F(MetaDataSource, SizesAndDatesAreFilledWhereTheSizeIsNotKnown) {
-    disk.AddFile(L"small.abc", "seventeen bytes..");
-    disk.AddFile(L"large.nope");
-    disk.AddFile(L"known.abc", "other");
-    SetSize(disk.Path(L"large.nope"), 5'000'000'017);
-    AddRow(L"small.abc", 0);
-    AddRow(L"large.nope", 0);
-    AddRow(L"known.abc", 99);
-    clMetaDataSource source;
-    source.Refill(rows);
-    ASSERT_TRUE(Eventually([&] { return !source.IsReading(); }));
-    EXPECT_EQ(rows.At(0).sizeBytes, 17u);
-    EXPECT_EQ(rows.At(1).sizeBytes, 5'000'000'017u);
-    EXPECT_EQ(rows.At(2).sizeBytes, 99u);
-    const WIN32_FILE_ATTRIBUTE_DATA known = FactsOf(rows.At(0).path);
-    EXPECT_TRUE(Same(rows.At(0).dateModified, known.ftLastWriteTime));
-    EXPECT_TRUE(Same(rows.At(0).dateAccessed, known.ftLastAccessTime));
-    EXPECT_TRUE(Same(rows.At(0).dateCreated, known.ftCreationTime));
-    EXPECT_EQ(rows.At(2).dateModified.high, 0u);
 }
 
 TEST_F(MetaDataSource, ReaderEndsByItselfWhileThePumpHasStillToTake) {

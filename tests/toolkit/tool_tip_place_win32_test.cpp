@@ -294,6 +294,8 @@ TEST_F(TipPlaceOnScreen, PaintedGradientIsNotKept) {
         description.showTime = tip_timing::forEver;
         tip.Configure(description);
         EXPECT_TRUE(PumpUntil([this] { return PixelOf(tip.ShownWindow(), 5, 5) == RGB(9, 0, 0); }));
+        // Which painting holds to its end.
+        const clMutexLock lock(TooltipMutex);
         return CountResources().gdiObjects;
     };
     countWhileShown(withGradient);

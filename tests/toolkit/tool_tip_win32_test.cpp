@@ -334,7 +334,7 @@ TEST(ToolTip, HideNowGivesUpAfterFiveSeconds) {
     ASSERT_TRUE(WaitUntilShowing(tip));
     HWND const window = tip.ShownWindow();
     {
-        const Holder holder(7000);
+        const Holder holder(10000);
         const DWORD begin = GetTickCount();
         tip.HideNow();
         EXPECT_GE(GetTickCount() - begin, 4900u);

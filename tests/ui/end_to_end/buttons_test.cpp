@@ -78,14 +78,14 @@ public:
         if (kindBefore_) {
             SetDefault(endingKey_, *kindBefore_);
         } else {
-            RegDeleteTreeW(HKEY_CLASSES_ROOT, endingKey_.c_str());
+            RegDeleteKeyValueW(HKEY_CLASSES_ROOT, endingKey_.c_str(), nullptr);
         }
         RegDeleteTreeW(HKEY_CLASSES_ROOT, kind);
     }
 
 private:
     static std::optional<std::wstring> Default(const wchar_t* key) {
-        wchar_t text[200] = {};
+        wchar_t text[1000] = {};
         DWORD bytes = sizeof(text);
         if (RegGetValueW(HKEY_CLASSES_ROOT, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &bytes) !=
             ERROR_SUCCESS) {
