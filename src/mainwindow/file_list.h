@@ -117,8 +117,8 @@ public:
         More,      // more files are finished than were to be written in one go
         Complete,  // the list is complete by this
     };
-    // Writes the finished files' cells, for some 30 ms at most: what else waits for
-    // the thread comes first then.
+    // Writes the finished files' cells, for some 30 ms at most: other messages come
+    // between then. Input and painting wait for what one period of the timer brought.
     PumpResult PumpMetaData(const CellTextOf& textOf);
     // Posts the form a WorkMessage with what is left behind such a pump.
     static void PostRest(HWND form, PumpResult result);

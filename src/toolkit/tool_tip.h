@@ -45,7 +45,7 @@ struct XToolTipDescription {
 // One thread for all tips, the watcher, looks at the pointer every 50 ms and
 // decides when a tip shows and goes. It owns the tips' windows, so painting and
 // mouse operations run there. It lives from the first configured tip until the
-// last one stops, and never blocks on the tooltip mutex, which guards all that a
+// last one stops. A pass never blocks on the tooltip mutex, which guards all that a
 // tip is; if it can't start, no tip shows and nothing is reported.
 //
 // The operations belong to one thread, the user interface's, unless they say

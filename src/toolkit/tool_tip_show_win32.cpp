@@ -63,9 +63,13 @@ clArea XToolTip::SensitiveArea() const {
 
 void XToolTip::Show() {
     const DWORD style = WS_POPUP | WS_DISABLED | (mode == framedMode ? WS_DLGFRAME : 0);
-    const DWORD exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW | (timing.noFade ? 0 : WS_EX_LAYERED);
-    CreateWnd(MakeRectangle(), style, exStyle,
-              anchorWindow != nullptr ? anchorWindow : rectangleWindow);
+    const DWORD exStyle = WS_EX_TOPMOST | WS_EX_TOOLWINDOW;
+    const HWND owner = anchorWindow != nullptr ? anchorWindow : rectangleWindow;
+    const RECT place = MakeRectangle();
+    CreateWnd(place, style, exStyle | (timing.noFade ? 0 : WS_EX_LAYERED), owner);
+    // The platform reserves the right to refuse a layered window to a class with a
+    // context of its own: better a tip that does not fade than none.
+    if (Window() == nullptr && !timing.noFade) CreateWnd(place, style, exStyle, owner);
     // A layered window is not seen before its first alpha, and a tip that never
     // fades is given none later.
     if (timing.showTime == tip_timing::forEver) SetAlpha(tip_timing::opaque);

@@ -27,7 +27,6 @@ public:
     static std::int64_t TipCount();
 
 private:
-    static void Run();
     static void TickAll();
 };
 

@@ -141,7 +141,8 @@ public:
     // list box.
     std::int32_t AddRow(const clValueRowParams& params);
     std::int32_t RowCount() const { return static_cast<std::int32_t>(rows.size()); }
-    // Owned by the list; null outside it.
+    // Owned by the list; null outside it. What was typed into an open editor may not
+    // have reached its value yet: `Editor().Commit()` sees to that.
     clValueRow* Row(std::int32_t row) const;
 
     // The selected row, or -1.

@@ -366,6 +366,30 @@ TEST(ToolTip, ShowsUnderTheArrow) {
     tip.Stop();
 }
 
+decltype(&CreateWindowExW) realCreateWindow;
+
+HWND WINAPI RefuseLayers(DWORD exStyle, LPCWSTR className, LPCWSTR title, DWORD style, int x, int y,
+                         int width, int height, HWND parent, HMENU menu, HINSTANCE instance,
+                         void* parameter) {
+    if ((exStyle & WS_EX_LAYERED) != 0) return nullptr;
+    return realCreateWindow(exStyle, className, title, style, x, y, width, height, parent, menu,
+                            instance, parameter);
+}
+
+TEST(ToolTip, ShowsUnfadedWhereNoWindowMayBeLayered) {
+    TipForm form;
+    const ImportStub stub("CreateWindowExW", &RefuseLayers);
+    realCreateWindow = stub.Original<decltype(CreateWindowExW)>();
+    XToolTip tip;
+    XToolTipParams params = QuickTip(nullptr);
+    params.noFade = false;
+    params.point = {700, 500};
+    tip.AddTool(params);
+    EXPECT_TRUE(tip.IsShowing());
+    EXPECT_TRUE(IsWindowVisible(tip.ShownWindow()));
+    tip.Stop();
+}
+
 TEST(ToolTip, WindowThatIsClosedFromOutsideIsForgotten) {
     TipForm form;
     XToolTip tip;

@@ -2,6 +2,8 @@
 // commctrl.h needs windows.h before it.
 #include <commctrl.h>
 
+#include <utility>
+
 #include "mainwindow/file_list.h"
 #include "toolkit/list_view.h"
 #include "tools/gallery/page.h"
@@ -104,9 +106,11 @@ void ListPage::FillPainted() {
     files.SetColumnSortImage(0, 0);
     files.SetColumnSortImage(2, 1);
     for (const RowText& text : rowTexts) {
-        auto record = std::make_unique<FileRow>();
-        record->path.Assign(text.path);
-        const std::int32_t row = files.AddRow(std::move(record), text.ticked);
+        FileRow record;
+        record.path.Assign(text.path);
+        const std::int32_t row = files.AddRow(
+            std::move(record), {}, [](const FileRow&, const clString&) -> clString { return {}; });
+        files.SetTicked(row, text.ticked);
         const wchar_t* name = wcsrchr(text.path, L'\\') + 1;
         const wchar_t* const cells[] = {name, text.title, text.size, text.rating};
         for (std::int32_t column = 0; column < 4; ++column)
