@@ -1,12 +1,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <string>
 #include <vector>
 
 #include "tests/support/import_stub.h"
 #include "tests/support/text.h"
-#include "tests/toolkit/value_form.h"
-#include "tests/ui/keys.h"
+#include "tests/toolkit/value_editor_form.h"
 #include "tests/ui/pointer.h"
 #include "tests/ui/pump.h"
 #include "toolkit/dpi.h"
@@ -17,75 +17,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 namespace {
-
-// What the callbacks were told; the value is that of the row at that moment.
-std::vector<std::string> told;
-
-void NoteChange(XValueList& list) {
-    told.push_back("change " + Utf8(list.Row(list.CurrentRow())->value));
-}
-
-void NoteButton(XValueList& list, std::int32_t row) {
-    told.push_back("button " + std::to_string(row) + " " + Utf8(list.Row(row)->value));
-}
-
-using Range = std::pair<int, int>;
-
-// Rows: 0 a text, 1 a text to edit, 2 a combo, 3 a choice, 4 a text of three lines,
-// 5 a text to edit with a button, 6 read-only, 7 to 9 as 1.
-class EditorForm : public ValueForm {
-public:
-    EditorForm() {
-        told.clear();
-        for (const wchar_t* choice : {L"Apple", L"apricot", L"Banana", L"Apple"})
-            choices.Add(choice);
-        clValueRowParams params;
-        params.changeCallback = &NoteChange;
-        params.choices = &choices;
-        Add(ValueKind::Text, L"zero", L"text", params);
-        Add(ValueKind::Edit, L"one", L"first", params);
-        Add(ValueKind::Combo, L"two", L"", params);
-        Add(ValueKind::Choice, L"three", L"Banana", params);
-        params.lines = 3;
-        Add(ValueKind::Edit, L"four", L"a\r\nb", params);
-        params.lines = 0;
-        params.buttonCaption = L"Pick";
-        params.buttonCallback = &NoteButton;
-        Add(ValueKind::Edit, L"five", L"fifth", params);
-        params.readOnly = true;
-        Add(ValueKind::Edit, L"six", L"sixth", params);
-        params.readOnly = false;
-        params.buttonCaption = L"";
-        for (int i = 7; i < 10; ++i)
-            Add(ValueKind::Edit, L"more", L"text", params);
-    }
-
-    void Select(std::int32_t row) {
-        list.SelectRowAt(row);
-        PumpMessages();
-        told.clear();
-        Taken();
-    }
-    // The edit field itself, within a combo too.
-    HWND Field() const { return list.Editor().Control(); }
-    Range Selected() const {
-        DWORD start = 0;
-        DWORD end = 0;
-        SendMessageW(Field(), EM_GETSEL, reinterpret_cast<WPARAM>(&start),
-                     reinterpret_cast<LPARAM>(&end));
-        return {static_cast<int>(start), static_cast<int>(end)};
-    }
-    void SetCaret(int start, int end) const {
-        SendMessageW(Field(), EM_SETSEL, static_cast<WPARAM>(start), end);
-    }
-    RECT InRowPlace(std::int32_t row, int left, int right, int height) const {
-        const RECT rect = RowRect(row);
-        const LONG top = rect.top + (rect.bottom - rect.top - ScaleForDpi(21)) / 2;
-        return {left, top, right, top + height};
-    }
-
-    clStringList choices;
-};
 
 bool IsSame(const RECT& a, const RECT& b) {
     return EqualRect(&a, &b) != FALSE;
@@ -107,7 +38,7 @@ TEST(ValueEditor, OfATextStandsOverTheValue) {
     EXPECT_EQ(form.Selected(), Range(0, 5));
     EXPECT_EQ(form.list.Editor().Row(), 1);
     EXPECT_EQ(form.Button(), nullptr);
-    EXPECT_THAT(told, IsEmpty());
+    EXPECT_THAT(EditorForm::told, IsEmpty());
 }
 
 TEST(ValueEditor, OpensAtAPressAndWithTheFocus) {
@@ -159,16 +90,6 @@ TEST(ValueEditor, IsNotThereForOtherKindsAndReadOnlyRows) {
     }
 }
 
-TEST(ValueEditor, TakesTypedTextOverAtOnce) {
-    EditorForm form;
-    form.Select(1);
-    TypeText(L"ab");
-    EXPECT_THAT(told, ElementsAre("change a", "change ab"));
-    EXPECT_EQ(form.Value(1), "ab");
-    EXPECT_EQ(form.list.Editor().Row(), 1);
-    EXPECT_EQ(form.Count("value 1"), 0);
-}
-
 TEST(ValueEditor, CommitsWhenTheRowChanges) {
     EditorForm form;
     form.Select(2);
@@ -211,9 +132,9 @@ TEST(ValueEditor, TellsOfAChoice) {
     form.Select(3);
     SendMessageW(form.Edit(), CB_SETCURSEL, 1, 0);
     form.Ask(WM_COMMAND, MAKEWPARAM(0, CBN_SELCHANGE), reinterpret_cast<LPARAM>(form.Edit()));
-    EXPECT_THAT(told, ElementsAre("change apricot"));
+    EXPECT_THAT(EditorForm::told, ElementsAre("change apricot"));
     form.Ask(WM_COMMAND, MAKEWPARAM(0, CBN_DROPDOWN), reinterpret_cast<LPARAM>(form.Edit()));
-    EXPECT_EQ(told.size(), 1U);
+    EXPECT_EQ(EditorForm::told.size(), 1U);
 }
 
 TEST(ValueEditor, OfSeveralLinesGrowsDownOrUp) {
@@ -275,107 +196,24 @@ TEST(ValueEditor, ButtonCallsWithTheTextTakenOver) {
     EditorForm form;
     form.Select(5);
     SendMessageW(form.Edit(), EM_REPLACESEL, FALSE, reinterpret_cast<LPARAM>(L"typed"));
-    told.clear();
+    EditorForm::told.clear();
     Click(ScreenMiddle(form.Button()));
-    EXPECT_THAT(told, ElementsAre("button 5 typed"));
+    EXPECT_THAT(EditorForm::told, ElementsAre("button 5 typed"));
 }
 
 TEST(ValueEditor, ARowWithoutAnEditorMayHaveAButton) {
     EditorForm form;
     clValueRowParams params;
     params.buttonCaption = L"Go";
-    params.buttonCallback = &NoteButton;
+    params.buttonCallback = &EditorForm::NoteButton;
     const std::int32_t row = form.Add(ValueKind::Text, L"name", L"value", params);
     form.Select(row);
     EXPECT_EQ(form.Edit(), nullptr);
     ASSERT_NE(form.Button(), nullptr);
     Click(ScreenMiddle(form.Button()));
-    EXPECT_THAT(told, ElementsAre("button 10 value"));
+    EXPECT_THAT(EditorForm::told, ElementsAre("button 10 value"));
     form.Select(0);
     EXPECT_EQ(form.Button(), nullptr);
-}
-
-TEST(ValueEditor, ReturnClosesItAndKeepsTheButton) {
-    EditorForm form;
-    form.Select(2);
-    SetWindowTextW(form.Edit(), L"free");
-    PressKey(VK_RETURN);
-    EXPECT_EQ(form.Edit(), nullptr);
-    EXPECT_EQ(form.list.Editor().Row(), -1);
-    EXPECT_EQ(form.Value(2), "free");
-    EXPECT_EQ(GetFocus(), form.Box());
-    EXPECT_EQ(form.list.CurrentRow(), 2);
-    form.Select(5);
-    PressKey(VK_RETURN);
-    EXPECT_EQ(form.Edit(), nullptr);
-    EXPECT_NE(form.Button(), nullptr);
-}
-
-TEST(ValueEditor, ReturnBreaksTheLineOfATextOfSeveral) {
-    EditorForm form;
-    form.Select(4);
-    form.SetCaret(1, 1);
-    PressKey(VK_RETURN);
-    EXPECT_EQ(form.list.Editor().Row(), 4);
-    EXPECT_EQ(form.Value(4), "a\r\n\r\nb");
-}
-
-TEST(ValueEditor, ArrowsLeaveItForTheNextRow) {
-    EditorForm form;
-    form.Select(8);
-    PressKey(VK_DOWN);
-    EXPECT_EQ(form.list.Editor().Row(), 9);
-    EXPECT_EQ(GetFocus(), form.Edit());
-    PressKey(VK_DOWN);  // there is none
-    EXPECT_EQ(form.list.Editor().Row(), 9);
-    PressKey(VK_UP);
-    EXPECT_EQ(form.list.Editor().Row(), 8);
-    form.Select(3);
-    PressKey(VK_UP);  // of a choice too
-    EXPECT_EQ(form.list.Editor().Row(), 2);
-    PressKey(VK_UP);
-    PressKey(VK_UP);
-    EXPECT_EQ(form.list.CurrentRow(), 0);
-    EXPECT_EQ(form.Edit(), nullptr);
-    EXPECT_EQ(GetFocus(), form.Box());
-    PressKey(VK_UP);
-    EXPECT_EQ(form.list.CurrentRow(), -1);
-}
-
-TEST(ValueEditor, ArrowsMoveInsideSeveralLinesFirst) {
-    EditorForm form;
-    form.Select(4);
-    PressKey(VK_UP);  // something is selected
-    EXPECT_EQ(form.list.Editor().Row(), 4);
-    form.SetCaret(0, 0);
-    PressKey(VK_DOWN);
-    EXPECT_EQ(form.list.Editor().Row(), 4);
-    EXPECT_EQ(form.Selected(), Range(3, 3));
-    PressKey(VK_DOWN);
-    EXPECT_EQ(form.list.Editor().Row(), 5);
-    form.Select(4);
-    form.SetCaret(4, 4);
-    PressKey(VK_UP);
-    EXPECT_EQ(form.list.Editor().Row(), 4);
-    PressKey(VK_UP);
-    EXPECT_EQ(form.list.CurrentRow(), 3);
-}
-
-TEST(ValueEditor, WantsAllKeys) {
-    EditorForm form;
-    form.Select(1);
-    EXPECT_EQ(SendMessageW(form.Field(), WM_GETDLGCODE, 0, 0), 4);
-    SendMessageW(form.Field(), WM_CHAR, VK_TAB, 0);
-    EXPECT_EQ(WindowText(form.Edit()), "first");
-}
-
-TEST(ValueEditor, PassesTheWheelToTheList) {
-    EditorForm form;
-    form.Fill(40);
-    form.Select(1);
-    MovePointer(ScreenMiddle(form.Edit()));
-    TurnWheel(-1);
-    EXPECT_TRUE(PumpUntil([&form] { return form.Ask(LB_GETTOPINDEX) > 0; }));
 }
 
 TEST(ValueEditor, StaysWhereItsRowWasWhenTheListScrolls) {
@@ -416,73 +254,6 @@ TEST(ValueEditor, OpensALinkByADoubleClick) {
     DoubleClick(form.InRow(0, 60));
     EXPECT_EQ(opened.size(), 1U);
     EXPECT_THAT(form.Taken(), Contains("double 0"));
-}
-
-TEST(ValueCombo, CompletesWhatIsTyped) {
-    EditorForm form;
-    form.Select(2);
-    EXPECT_EQ(GetWindowLongW(form.Edit(), GWL_STYLE) | WS_VSCROLL, 0x50210042);
-    EXPECT_EQ(form.Field(), GetWindow(form.Edit(), GW_CHILD));
-    EXPECT_EQ(GetFocus(), form.Field());
-    TypeText(L"a");
-    EXPECT_EQ(WindowText(form.Edit()), "apple");
-    EXPECT_EQ(form.Selected(), Range(1, 5));
-    TypeText(L"pr");
-    EXPECT_EQ(WindowText(form.Edit()), "apricot");
-    EXPECT_EQ(form.Selected(), Range(3, 7));
-    TypeText(L"x");
-    EXPECT_EQ(WindowText(form.Edit()), "aprx");
-    EXPECT_EQ(form.Selected(), Range(4, 4));
-}
-
-TEST(ValueCombo, KeepsACompletionByAKeyAndDropsItWithTheFocus) {
-    EditorForm form;
-    form.Select(2);
-    TypeText(L"ba");
-    PressKey(VK_RETURN);
-    EXPECT_EQ(form.Value(2), "banana");
-    form.Select(2);
-    TypeText(L"ap");
-    EXPECT_EQ(WindowText(form.Edit()), "apple");
-    SetFocus(form.form.Child(ValueForm::buttonId));
-    EXPECT_EQ(WindowText(form.Edit()), "ap");
-    form.Select(2);
-    form.SetCaret(0, 2);
-    SetFocus(form.form.Child(ValueForm::buttonId));
-    EXPECT_EQ(WindowText(form.Edit()), "ap");  // from the start it is the user's
-}
-
-// The platform tells of the choice before it shows it in the edit field.
-TEST(ValueCombo, TellsOfAChoiceWithTheTextBeforeAndTakesTheChoiceAtItsEnd) {
-    EditorForm form;
-    form.Select(2);
-    SetWindowTextW(form.Edit(), L"before");
-    form.Taken();
-    told.clear();
-    SendMessageW(form.Edit(), CB_SHOWDROPDOWN, TRUE, 0);
-    PumpMessages();
-    COMBOBOXINFO parts = {};
-    parts.cbSize = sizeof(parts);
-    ASSERT_TRUE(GetComboBoxInfo(form.Edit(), &parts));
-    const auto height = static_cast<int>(SendMessageW(parts.hwndList, LB_GETITEMHEIGHT, 0, 0));
-    Click(ScreenPoint(parts.hwndList, 10, height + height / 2));
-    EXPECT_TRUE(PumpUntil([&form] { return WindowText(form.Edit()) == "apricot"; }));
-    EXPECT_THAT(told, ElementsAre("change before"));
-    form.Select(0);
-    EXPECT_EQ(form.Value(2), "apricot");
-}
-
-TEST(ValueCombo, DoesNotCompleteOnOtherKeys) {
-    EditorForm form;
-    form.Select(2);
-    TypeText(L"ba");
-    PressKey(VK_BACK);
-    EXPECT_EQ(WindowText(form.Edit()), "ba");
-    PressKey(VK_BACK);
-    PressKey(VK_BACK);
-    EXPECT_EQ(WindowText(form.Edit()), "");
-    PressKey(VK_SPACE);
-    EXPECT_EQ(WindowText(form.Edit()), " ");
 }
 
 }  // namespace
