@@ -82,7 +82,10 @@ void XButton::SetTextSize(std::int32_t width, std::int32_t height, const XMemBit
 
 void XButton::SetLayout(ButtonLayout which, const clText& layout) {
     const clMutexLock lock(textMutex);
-    layouts[static_cast<std::size_t>(which)].CopyFrom(layout);
+    clText& own = layouts[static_cast<std::size_t>(which)];
+    own.CopyFrom(layout);
+    // This need not be the thread that paints.
+    own.KeepNoContexts();
 }
 
 void XButton::SetPartner(XButton* other) {

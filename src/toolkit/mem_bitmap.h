@@ -21,6 +21,8 @@ public:
     // Makes the context for the bitmap, if there is one; an earlier context goes.
     // Null is the screen.
     void MakeContext(HDC compatibleWith);
+    // Gives the context up and keeps the bitmap, which any thread may then select.
+    void ReleaseContext();
     // A bitmap of this size in pixels, with its context. None unless both are
     // above 0. Null is the screen.
     void CreateEmpty(HDC compatibleWith, std::int32_t width, std::int32_t height);
@@ -53,8 +55,6 @@ public:
     HDC Context() const { return context; }
 
 private:
-    void ReleaseContext();
-
     HBITMAP bitmap = nullptr;
     HBITMAP previousBitmap = nullptr;
     HDC context = nullptr;

@@ -46,6 +46,8 @@ struct clGradientCache {
     clGradientCache(const clGradientCache&) : clGradientCache() {}
     clGradientCache& operator=(const clGradientCache&) = delete;
 
+    void Drop();
+
     XMemBitmap bitmap;
     std::int32_t width = 0;
     std::int32_t height = 0;
@@ -140,6 +142,10 @@ public:
     void AddIcon(const clTextIcon& icon, std::int32_t layer = 0);
     void AddText(const clTextString& text, std::int32_t layer = 0);
 
+    // Gives up the contexts of what is there, so that each painting makes and ends
+    // its own: a context is for the thread that made it, and the list may now be
+    // painted and cleared by another one. Gradients are painted anew each time.
+    void KeepNoContexts();
     // Empties the list and zeroes padding, minimums, layer count and state flags.
     void Clear();
     // `Clear`, then a copy of each record of `other`, one layer higher, so that

@@ -23,8 +23,7 @@ void IncludeAreas(clExtent& extent, const clOwnedList<Record>& list) {
 void IncludePictures(clExtent& extent, const clOwnedList<clTextPicture>& pictures) {
     for (std::int64_t i = 0; i < pictures.Count(); ++i) {
         const clTextPicture& picture = *pictures.At(i);
-        const clShownPicture shown(picture.source);
-        IncludeItem(extent, picture.at, {shown.Image().Width(), shown.Image().Height()});
+        IncludeItem(extent, picture.at, clShownPicture(picture.source).Size());
     }
 }
 

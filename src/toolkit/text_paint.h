@@ -15,7 +15,11 @@ class clShownPicture {
 public:
     explicit clShownPicture(const clPictureSource& source);
 
-    const XMemBitmap& Image() const { return *image; }
+    // In pixels; 0 without a bitmap.
+    clExtent Size() const;
+    // Copies it to the point of `target`: from the bitmap's own context, or where
+    // it keeps none, from one that lasts as long as this call.
+    void Blit(HDC target, const clPoint& at, DWORD rasterOp) const;
 
 private:
     XMemBitmap decoded;

@@ -14,6 +14,22 @@ clShownPicture::clShownPicture(const clPictureSource& source) : image(&source.im
     if (decoded.LoadEncoded(encoded.data, encoded.size)) decoded.MakeContext(nullptr);
 }
 
+clExtent clShownPicture::Size() const {
+    return {image->Width(), image->Height()};
+}
+
+void clShownPicture::Blit(HDC target, const clPoint& at, DWORD rasterOp) const {
+    if (image->Context() != nullptr || image->Bitmap() == nullptr) {
+        image->Blit(target, at.x, at.y, -1, -1, 0, 0, rasterOp);
+        return;
+    }
+    const clMemoryContext own(CreateCompatibleDC(target));
+    if (!own.IsValid()) return;
+    const clSelection selected(own.Get(), image->Bitmap());
+    const clExtent size = Size();
+    BitBlt(target, at.x, at.y, size.width, size.height, own.Get(), 0, 0, rasterOp);
+}
+
 clShownIcon::clShownIcon(const clTextIcon& record) : icon(record.icon) {
     if (record.external == nullptr || *record.external == nullptr) return;
     duplicate.Reset(CopyIcon(*record.external));
@@ -114,10 +130,7 @@ void LayerPainter::Paint(clTextGradient& gradient) const {
         if (isMade) DrawGradient(cache.bitmap.Context(), {0, 0, width, height}, gradient.colours);
     }
     cache.bitmap.Blit(context, place.left, place.top);
-    if (!gradient.dropCache) return;
-    cache.bitmap.Release();
-    cache.width = 0;
-    cache.height = 0;
+    if (gradient.dropCache) cache.Drop();
 }
 
 void LayerPainter::Paint(const clTextFrame& frame) const {
@@ -140,9 +153,7 @@ void LayerPainter::Paint(const clTextLine& line) const {
 
 void LayerPainter::Paint(const clTextPicture& picture) const {
     const clShownPicture shown(picture.source);
-    const XMemBitmap& image = shown.Image();
-    const clPoint at = Place(picture.at, {image.Width(), image.Height()});
-    image.Blit(context, at.x, at.y, -1, -1, 0, 0,
+    shown.Blit(context, Place(picture.at, shown.Size()),
                picture.rasterOp != 0 ? picture.rasterOp : SRCCOPY);
 }
 

@@ -29,6 +29,21 @@ clPictureSource::clPictureSource(const clPictureSource& other) : external(other.
     CopyBytes(encoded, other.encoded.data, other.encoded.size);
 }
 
+void clGradientCache::Drop() {
+    bitmap.Release();
+    width = 0;
+    height = 0;
+}
+
+void clText::KeepNoContexts() {
+    for (std::int64_t i = 0; i < gradients.Count(); ++i) {
+        gradients.At(i)->cache.Drop();
+        gradients.At(i)->dropCache = true;
+    }
+    for (std::int64_t i = 0; i < pictures.Count(); ++i)
+        pictures.At(i)->source.image.ReleaseContext();
+}
+
 // The layer for a new record: the one asked for, or for 0 the next free one.
 std::int32_t clText::TakeLayer(std::int32_t layer) {
     const std::int32_t taken = layer == 0 ? layerCount : layer;

@@ -113,9 +113,8 @@ void XToolTip::TakeDescription(const XToolTipDescription& description) {
     timing.showTime = description.showTime;
     timing.noFade = description.noFade;
     if (description.layout != nullptr) layout.CopyFrom(*description.layout);
-    // The watcher paints, and a context is given back by the thread that made it.
-    for (std::int64_t i = 0; i < layout.gradients.Count(); ++i)
-        layout.gradients.At(i)->dropCache = true;
+    // The watcher paints; this thread, or whichever stops the tip, clears.
+    layout.KeepNoContexts();
     if (description.regions == nullptr) return;
     for (std::int64_t i = 0; i < description.regions->Count(); ++i) {
         auto copy = std::make_unique<clRegion>();
