@@ -77,6 +77,11 @@ LRESULT XListView::WndHook(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         case WM_LBUTTONDOWN:
             HookLeftDown(lParam, &answer.handled);
             break;
+        case WM_LBUTTONDBLCLK:
+            // The second of two fast presses. Left to itself the control would
+            // toggle the row under the pointer alone, or not even that one.
+            if (ClickCheckBox()) answer.handled = 1;
+            break;
         case WM_VSCROLL:
             OnVScroll(LOWORD(wParam), HIWORD(wParam));
             break;

@@ -38,6 +38,47 @@ TEST(ListCheckClick, ActsOnTheWholeSelection) {
     EXPECT_THAT(form.list.calls, ElementsAre("checked 1", "checked 2", "checked 3"));
 }
 
+TEST(ListCheckClick, SecondFastOneActsOnTheWholeSelectionToo) {
+    ListForm form;
+    form.Fill(6);
+    for (const int row : {1, 2, 3})
+        form.list.SelectRow(row, false);
+    form.Tick(4);
+    form.list.Forget();
+    DoubleClick(form.InCell(2, 0, 8));
+    EXPECT_EQ(form.Marks(), "nsssNn");
+    EXPECT_THAT(form.list.calls, ElementsAre("checked 1", "checked 2", "checked 3", "unchecked 1",
+                                             "unchecked 2", "unchecked 3"));
+    form.list.Forget();
+    // On another row the first one makes the selection, and the second keeps it.
+    DoubleClick(form.InCell(4, 0, 20));
+    EXPECT_EQ(form.Marks(), "nnnnSn");
+    EXPECT_EQ(form.list.Count("unchecked 4"), 1);
+    EXPECT_EQ(form.list.Count("checked 4"), 1);
+    EXPECT_EQ(form.list.Count("double click"), 0);
+}
+
+TEST(ListCheckClick, ThreeFastOnesAreThree) {
+    ListForm form;
+    form.Fill(3);
+    DoubleClick(form.InCell(1, 0, 8));
+    PressButton();
+    ReleaseButton();
+    PumpMessages();
+    EXPECT_EQ(form.Marks(), "nSn");
+    EXPECT_THAT(form.list.calls,
+                ElementsAre("selected 1,0", "checked 1", "unchecked 1", "checked 1"));
+}
+
+TEST(ListCheckClick, SecondFastOneElsewhereIsTheControls) {
+    ListForm form;
+    form.Fill(3);
+    DoubleClick(form.InCell(1, 0, 21));
+    EXPECT_EQ(form.Marks(), "nsn");
+    EXPECT_EQ(form.list.Count("double click 1,0"), 1);
+    EXPECT_EQ(form.list.Count("left"), 1) << "the first press alone";
+}
+
 TEST(ListCheckClick, OnAnotherRowMakesItTheSelection) {
     ListForm form;
     form.Fill(6);
