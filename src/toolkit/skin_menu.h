@@ -44,8 +44,9 @@ public:
     [[nodiscard]] bool LoadMenuAndPrepare(HMODULE module = nullptr);
     // Switches all items to owner drawing, those of submenus included, and builds
     // their layouts into `layouts`: those of the top object. The items of the top
-    // menu itself stay as they are if `isTop`: they only open submenus. Once for
-    // each menu; does nothing without one.
+    // menu itself stay as they are if `isTop`: they only open submenus. Those of
+    // submenus that open further ones and have no id get one. Once for each menu;
+    // does nothing without one.
     void Prepare(clOwnedList<clMenuLayout>* layouts, bool isTop);
     void Prepare() { Prepare(&items, true); }
 

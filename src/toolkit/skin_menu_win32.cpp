@@ -61,9 +61,14 @@ void XSkinMenu::Prepare(clOwnedList<clMenuLayout>* layouts, bool isTop) {
 void XSkinMenu::PrepareItem(clOwnedList<clMenuLayout>& layouts, std::int32_t position) {
     MENUITEMINFOW info = {};
     info.cbSize = sizeof(info);
-    info.fMask = MIIM_FTYPE;
+    info.fMask = MIIM_FTYPE | MIIM_ID | MIIM_SUBMENU;
     if (!GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info)) return;
+    info.fMask = MIIM_FTYPE | MIIM_ID;
     info.fType |= MFT_OWNERDRAW;
+    // By their ids items are told apart when they are measured and drawn. One that
+    // opens a submenu may have come without, since it sends no command; it gets
+    // what the platform's AppendMenuW would have given it, the submenu's handle.
+    if (info.wID == 0) info.wID = static_cast<UINT>(reinterpret_cast<UINT_PTR>(info.hSubMenu));
     SetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info);
     const clMenuItem item = ItemAt(position);
     if (item.separator) return;

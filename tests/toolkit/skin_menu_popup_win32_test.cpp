@@ -110,6 +110,29 @@ TEST_F(ShownMenu, ShowsTheItemsOfASubmenu) {
               deeper);
 }
 
+TEST_F(ShownMenu, AnItemThatOpensASubmenuNeedsNoId) {
+    const HMENU top = CreateMenu();
+    const HMENU rows = CreatePopupMenu();
+    AppendMenuW(top, MF_POPUP, reinterpret_cast<UINT_PTR>(rows), L"Rows");
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_STRING | MIIM_SUBMENU | MIIM_ID;
+    wchar_t text[] = L"Much more of the same";
+    info.dwTypeData = text;
+    info.hSubMenu = CreatePopupMenu();
+    ASSERT_TRUE(InsertMenuItemW(rows, 0, TRUE, &info));
+    menu.Attach(top, true);
+    menu.Prepare();
+    Track({[this](HWND) {
+               ASSERT_EQ(places.size(), 1u);
+               const auto& [id, place] = *places.begin();
+               EXPECT_NE(id, 0);
+               EXPECT_EQ(place.bottom - place.top, 18);
+               EXPECT_GT(place.right - place.left, 100);
+           },
+           Key(VK_ESCAPE)});
+}
+
 TEST_F(ShownMenu, IsAsWideEachTime) {
     LONG widths[3] = {};
     for (LONG& width : widths) {

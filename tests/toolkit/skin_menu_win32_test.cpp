@@ -19,6 +19,25 @@ bool IsOwnerDrawn(HMENU menu, int position) {
     return (info.fType & MFT_OWNERDRAW) != 0;
 }
 
+UINT IdAt(HMENU menu, int position) {
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_ID;
+    EXPECT_TRUE(GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info));
+    return info.wID;
+}
+
+// As an extended menu resource may have it; AppendMenuW gives an id of its own.
+void AppendWithoutId(HMENU menu, const wchar_t* text, HMENU submenu) {
+    std::wstring copy = text;
+    MENUITEMINFOW info = {};
+    info.cbSize = sizeof(info);
+    info.fMask = MIIM_STRING | MIIM_SUBMENU | MIIM_ID;
+    info.dwTypeData = copy.data();
+    info.hSubMenu = submenu;
+    EXPECT_TRUE(InsertMenuItemW(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &info));
+}
+
 clMenuItem Named(const wchar_t* text, std::int32_t id = 0) {
     clMenuItem item;
     item.text = text;
@@ -90,15 +109,39 @@ TEST(SkinMenu, EachItemThatIsNoSeparatorHasALayout) {
     }
     // The item that opens the submenu has one as well.
     const HMENU rows = GetSubMenu(menu.Menu(), 0);
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_ID;
-    ASSERT_TRUE(GetMenuItemInfoW(rows, 5, TRUE, &info));
-    const clText* opening = menu.LayoutOf(static_cast<std::int32_t>(info.wID));
+    const clText* opening = menu.LayoutOf(static_cast<std::int32_t>(IdAt(rows, 5)));
     ASSERT_NE(opening, nullptr);
     EXPECT_EQ(Utf8(opening->texts.At(0)->text), "More");
     EXPECT_EQ(menu.LayoutOf(0), nullptr);
     EXPECT_EQ(menu.LayoutOf(40005), nullptr);
+}
+
+TEST(SkinMenu, ItemsThatOpenSubmenusAreToldApartWithoutIds) {
+    XSkinMenu menu;
+    ASSERT_TRUE(menu.LoadMenuAndPrepare());
+    const HMENU top = CreateMenu();
+    const HMENU rows = CreatePopupMenu();
+    AppendMenuW(top, MF_POPUP, reinterpret_cast<UINT_PTR>(rows), L"Rows");
+    AppendWithoutId(rows, L"More", CreatePopupMenu());
+    AppendWithoutId(rows, L"Still more", CreatePopupMenu());
+    AppendMenuW(rows, MF_SEPARATOR, 0, nullptr);
+    ASSERT_EQ(IdAt(rows, 0), 0u);
+    ASSERT_EQ(IdAt(rows, 1), 0u);
+    menu.Attach(top, true);
+    menu.Prepare();
+    EXPECT_NE(IdAt(rows, 0), 0u);
+    EXPECT_NE(IdAt(rows, 1), 0u);
+    EXPECT_NE(IdAt(rows, 0), IdAt(rows, 1));
+    EXPECT_EQ(IdAt(rows, 2), 0u) << "a separator has no command";
+    for (int position = 0; position < 2; ++position) {
+        const auto id = static_cast<std::int32_t>(IdAt(rows, position));
+        const clText* layout = menu.LayoutOf(id);
+        ASSERT_NE(layout, nullptr) << position;
+        const char* text = position == 0 ? "More" : "Still more";
+        EXPECT_EQ(Utf8(layout->texts.At(0)->text), text);
+        EXPECT_EQ(Utf8(menu.ItemById(id).text), text);
+        EXPECT_NE(GetSubMenu(rows, position), nullptr);
+    }
 }
 
 TEST(SkinMenu, ASubmenuCanBePreparedByItself) {
