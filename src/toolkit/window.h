@@ -141,7 +141,8 @@ public:
     // Asks the thread that made the window to destroy it, which alone may, and has
     // nothing more to do with it; no message of it comes here any more,
     // but for one that is under way: the object has to outlive that. Its class
-    // stays registered. For another thread than the window's; does not wait.
+    // is given back once it has gone and another window of `CreateWnd` is
+    // destroyed. For another thread than the window's; does not wait.
     // Does nothing without a window. Takes the window mutex.
     void AbandonWnd();
 

@@ -19,3 +19,7 @@ void RemoveFromWindowTable(const XWindow* object);
 XWindow* FindInWindowTable(HWND window);
 // "XWnd" and a number that counts from 0 and never comes twice.
 clString NewWindowClassName();
+// Keeps the name of a class whose window may still be there.
+void KeepClassForLater(const clString& name);
+// Unregisters the classes kept so, but for those that still have their window.
+void GiveKeptClassesBack();

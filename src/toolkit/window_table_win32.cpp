@@ -34,6 +34,14 @@ constinit std::atomic<std::uint32_t> version{0};  // odd while a change is under
 std::int32_t count = 0;                           // under the mutex
 std::int32_t classCounter = 0;                    // under the mutex
 
+struct KeptClass {
+    clString name;
+    KeptClass* next;
+};
+
+// A list of plain pointers, since it has to outlast every window of the process.
+constinit KeptClass* keptClasses = nullptr;  // under the mutex
+
 // For the thread that has the mutex.
 class Change {
 public:
@@ -131,4 +139,23 @@ clString NewWindowClassName() {
     name.Append(clString(classCounter));
     ++classCounter;
     return name;
+}
+
+void KeepClassForLater(const clString& name) {
+    const clMutexLock lock(WindowMutex);
+    keptClasses = new KeptClass{name, keptClasses};
+}
+
+void GiveKeptClassesBack() {
+    const clMutexLock lock(WindowMutex);
+    for (KeptClass** link = &keptClasses; *link != nullptr;) {
+        KeptClass* const kept = *link;
+        // The platform refuses while there is a window.
+        if (UnregisterClassW(kept->name.Chars(), GetModuleHandleW(nullptr))) {
+            *link = kept->next;
+            delete kept;
+        } else {
+            link = &kept->next;
+        }
+    }
 }

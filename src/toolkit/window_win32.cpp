@@ -79,6 +79,7 @@ void XWindow::DestroyWnd() {
     if (!className.IsEmpty()) {
         UnregisterClassW(className.Chars(), GetModuleHandleW(nullptr));
         className.Assign(L"");
+        GiveKeptClassesBack();
     }
     RemoveFromWindowTable(this);
     windowHandle = nullptr;
@@ -94,6 +95,7 @@ void XWindow::AbandonWnd() {
         timers.Clear();
     }
     windowHandle = nullptr;
+    KeepClassForLater(className);
     className.Assign(L"");
 }
 

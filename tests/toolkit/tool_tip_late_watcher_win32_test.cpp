@@ -2,10 +2,12 @@
 
 #include <atomic>
 #include <memory>
+#include <string>
 
 #include "foundation/mutex.h"
 #include "tests/support/import_stub.h"
 #include "tests/toolkit/tip_form.h"
+#include "tests/toolkit/window_class.h"
 #include "tests/ui/pump.h"
 #include "toolkit/tool_tip.h"
 #include "toolkit/tool_tip_watcher.h"
@@ -80,6 +82,7 @@ TEST(LateWatcher, StopGivesUpOnALateWatcherWhichDestroysTheWindowAfterwards) {
     tip->AddTool(params);
     ASSERT_TRUE(tip->IsShowing());
     HWND const window = tip->ShownWindow();
+    const std::string className = ClassOf(window);
     stalling.Stall();
     const DWORD begin = GetTickCount();
     tip->Stop();
@@ -90,6 +93,8 @@ TEST(LateWatcher, StopGivesUpOnALateWatcherWhichDestroysTheWindowAfterwards) {
     stalling.EndStall();
     EXPECT_TRUE(PumpUntil([window] { return !IsWindow(window); }));
     EXPECT_TRUE(stalling.IsShowing());
+    stalling.Stop();
+    EXPECT_FALSE(IsRegistered(className));
 }
 
 TEST(LateWatcher, WaitForAPointTipEndsAfterTenSeconds) {

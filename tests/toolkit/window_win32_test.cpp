@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include <atomic>
 #include <string>
 #include <thread>
 
 #include "foundation/mutex.h"
 #include "tests/support/text.h"
 #include "tests/toolkit/recording_window.h"
+#include "tests/toolkit/window_class.h"
 #include "tests/ui/host_form.h"
 #include "tests/ui/pixels.h"
 #include "tests/ui/pump.h"
@@ -22,19 +22,6 @@ namespace {
 const clString firstClassName = NewWindowClassName();
 
 constexpr RECT somewhere = {100, 120, 301, 223};
-
-std::string ClassOf(HWND window) {
-    wchar_t name[64] = {};
-    GetClassNameW(window, name, 64);
-    return Utf8(name);
-}
-
-bool IsRegistered(const std::string& name) {
-    WNDCLASSEXW description = {};
-    description.cbSize = sizeof(description);
-    const std::wstring wide(name.begin(), name.end());
-    return GetClassInfoExW(GetModuleHandleW(nullptr), wide.c_str(), &description) != 0;
-}
 
 int NumberOf(const std::string& className) {
     return std::stoi(className.substr(4));
@@ -191,32 +178,6 @@ TEST(DestroyWnd, LeavesTheOtherWindowsInTheirPlaces) {
     EXPECT_EQ(FindInWindowTable(first.Window()), &first);
     EXPECT_EQ(FindInWindowTable(third.Window()), &third);
     EXPECT_EQ(FindInWindowTable(nullptr), nullptr);
-}
-
-TEST(AbandonWnd, LeavesTheWindowToItsThread) {
-    RecordingWindow window;
-    std::atomic<HWND> made{nullptr};
-    std::atomic<bool> isAbandoned{false};
-    bool isGone = false;
-    std::thread owner([&] {
-        window.CreateWnd(somewhere, WS_POPUP, 0, nullptr);
-        window.Taken();
-        made = window.Window();
-        while (!isAbandoned)
-            Sleep(1);
-        isGone = PumpUntil([&] { return !IsWindow(made); });
-    });
-    while (made == nullptr)
-        Sleep(1);
-    window.AbandonWnd();
-    EXPECT_EQ(window.Window(), nullptr);
-    EXPECT_EQ(FindInWindowTable(made), nullptr);
-    EXPECT_TRUE(IsWindow(made)) << "it waits for its thread";
-    isAbandoned = true;
-    owner.join();
-    EXPECT_TRUE(isGone);
-    EXPECT_TRUE(window.Taken().empty());
-    window.AbandonWnd();
 }
 
 TEST(WindowTable, AMessageForNobodyGoesToThePlatform) {
