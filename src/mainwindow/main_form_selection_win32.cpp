@@ -177,10 +177,11 @@ void frmMain::_ListFilesView::OnRowChecked(std::int32_t row, bool checked) {
     owner.UpdateStatus();
 }
 
-// A press on the check box of a selected row flips the whole selection, row by row.
+// A press on the check box of a selected row, the second of two fast ones included,
+// flips the whole selection, row by row.
 LRESULT frmMain::_ListFilesView::WndHook(HWND window, UINT message, WPARAM wParam, LPARAM lParam,
                                          std::uint32_t* handled) {
-    if (message != WM_LBUTTONDOWN)
+    if (message != WM_LBUTTONDOWN && message != WM_LBUTTONDBLCLK)
         return XListView::WndHook(window, message, wParam, lParam, handled);
     const SelectionModel::RowFlips flips(owner.selection);
     return XListView::WndHook(window, message, wParam, lParam, handled);
