@@ -4,61 +4,17 @@
 
 #include "dialogs/list_form.h"
 #include "resources/ids.h"
+#include "tests/dialogs/dialog_loop.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/text.h"
-#include "tests/ui/pixels.h"
-#include "toolkit/font.h"
+#include "tests/ui/painted_line.h"
 
 namespace {
-
-constexpr UINT untilTheLoopRunsMs = 10;
-
-// The one that is at work.
-const std::function<void(const ShownList&)>* workToDo = nullptr;
-
-HWND DialogOfThisThread() {
-    HWND found = nullptr;
-    EnumThreadWindows(
-        GetCurrentThreadId(),
-        [](HWND window, LPARAM result) -> BOOL {
-            if (GetDlgItem(window, IDC_FILE_LIST) == nullptr) return TRUE;
-            *reinterpret_cast<HWND*>(result) = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&found));
-    return found;
-}
-
-void CALLBACK WorkInLoop(HWND, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(nullptr, timer);
-    const HWND dialog = DialogOfThisThread();
-    if (dialog == nullptr) {
-        ADD_FAILURE() << "no dialog shows";
-        return;
-    }
-    (*workToDo)(ShownList(dialog));
-    PostMessageW(dialog, WM_CLOSE, 0, 0);
-}
 
 int commandToChoose = 0;
 
 BOOL WINAPI ChooseAtOnce(HMENU, UINT, int, int, int, HWND, const RECT*) {
     return commandToChoose;
-}
-
-// The line's place is that of the list's corner: 7 horizontal and 5 vertical units,
-// with the list at 17.
-bool Shows(HWND dialog, const Canvas& expected, const SIZE& band) {
-    const Canvas seen(band.cx, band.cy);
-    const HDC dc = GetDC(dialog);
-    BitBlt(seen.Dc(), 0, 0, band.cx, band.cy, dc, 0, 0, SRCCOPY);
-    ReleaseDC(dialog, dc);
-    for (int y = 0; y < band.cy; ++y) {
-        for (int x = 0; x < band.cx; ++x) {
-            if (seen.At(x, y) != expected.At(x, y)) return false;
-        }
-    }
-    return true;
 }
 
 }  // namespace
@@ -114,23 +70,17 @@ bool ShownList::Tells(const clString& text) const {
     UpdateWindow(dialog);
     RECT client = {};
     GetClientRect(dialog, &client);
-    const POINT place = Units(7, 5);
-    const SIZE band = {client.right, Units(7, 17).y};
-    const Canvas expected(band.cx, band.cy, PixelOf(dialog, 1, 1));
-    clFont font;
-    font.Create(expected.Dc());
-    font.DrawString(place.x, place.y, text);
-    font.Release();
-    return Shows(dialog, expected, band);
+    // The list stands at 17 vertical units.
+    return ShowsLine(dialog, {client.right, Units(7, 17).y}, Units(7, 5), text);
 }
 
 ListOutcome RunList(const clStringList& files, const wchar_t* columns,
                     const std::function<void(const ShownList&)>& work) {
-    workToDo = &work;
-    SetTimer(nullptr, 0, untilTheLoopRunsMs, &WorkInLoop);
     PathList excluded;
     ListOutcome outcome;
-    { const frmList dialog(nullptr, files, excluded, columns, &outcome.converts); }
+    WorkInDialog(
+        IDC_FILE_LIST, [&work](HWND dialog) { work(ShownList(dialog)); },
+        [&] { const frmList dialog(nullptr, files, excluded, columns, &outcome.converts); });
     excluded.ForEach([&outcome](const clString& path) { outcome.excluded.push_back(Utf8(path)); });
     return outcome;
 }

@@ -62,6 +62,20 @@ RECT Canvas::BoundsOfOthers(COLORREF background) const {
     return bounds;
 }
 
+bool ShowsCanvas(HWND window, POINT corner, const Canvas& expected) {
+    const SIZE size = expected.Size();
+    const Canvas seen(size.cx, size.cy);
+    const HDC dc = GetDC(window);
+    BitBlt(seen.Dc(), 0, 0, size.cx, size.cy, dc, corner.x, corner.y, SRCCOPY);
+    ReleaseDC(window, dc);
+    for (int y = 0; y < size.cy; ++y) {
+        for (int x = 0; x < size.cx; ++x) {
+            if (seen.At(x, y) != expected.At(x, y)) return false;
+        }
+    }
+    return true;
+}
+
 void PrintTo(const Colour& colour, std::ostream* out) {
     const auto flags = out->flags();
     const char fill = out->fill('0');

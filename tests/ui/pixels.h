@@ -17,6 +17,7 @@ public:
     ~Canvas();
 
     HDC Dc() const { return context; }
+    SIZE Size() const { return {columns, rows}; }
     COLORREF At(int x, int y) const { return GetPixel(context, x, y); }
     // Pixels of a rectangle that have this colour; the whole canvas without one.
     int Count(COLORREF colour) const;
@@ -31,6 +32,9 @@ private:
     HBITMAP bitmap;
     HGDIOBJ previous;
 };
+
+// Whether a window shows exactly this, from that client pixel on.
+bool ShowsCanvas(HWND window, POINT corner, const Canvas& expected);
 
 // "0xBBGGRR" in expectations: EXPECT_EQ(Colour{canvas.At(0, 0)}, Colour{RGB(1, 2, 3)}).
 struct Colour {

@@ -1,7 +1,6 @@
 // The line above the conversion list, which is painted and no control.
 #include "tests/ui/end_to_end/list_dialog.h"
-#include "tests/ui/pixels.h"
-#include "toolkit/font.h"
+#include "tests/ui/painted_line.h"
 
 namespace {
 
@@ -40,30 +39,13 @@ protected:
         GetWindowRect(GetDlgItem(dialog, 1002), &list);
         POINT corner = {list.left, list.top};
         ScreenToClient(dialog, &corner);
-        Canvas expected(client.right, corner.y, PixelOf(dialog, 1, 1));
-        clFont font;
-        font.Create(expected.Dc());
         // 7 horizontal and 5 vertical units; the list stands at 7 and 17.
-        font.DrawString(corner.x, MulDiv(corner.y, 5, 17), text);
-        font.Release();
-        return WaitUntil([&] { return Shows(dialog, expected, client.right, corner.y); }, 5000);
+        const POINT place = {corner.x, MulDiv(corner.y, 5, 17)};
+        const SIZE band = {client.right, corner.y};
+        return WaitUntil([&] { return ShowsLine(dialog, band, place, text); }, 5000);
     }
 
     HANDLE hold;
-
-private:
-    static bool Shows(HWND dialog, const Canvas& expected, int width, int height) {
-        const Canvas seen(width, height);
-        const HDC dc = GetDC(dialog);
-        BitBlt(seen.Dc(), 0, 0, width, height, dc, 0, 0, SRCCOPY);
-        ReleaseDC(dialog, dc);
-        for (int y = 0; y < height; ++y) {
-            for (int x = 0; x < width; ++x) {
-                if (seen.At(x, y) != expected.At(x, y)) return false;
-            }
-        }
-        return true;
-    }
 };
 
 TEST_F(ListTotalsTest, CountIsToldWhileReadingAndTotalsBehindIt) {
