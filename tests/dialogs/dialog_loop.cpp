@@ -34,6 +34,10 @@ void CALLBACK DoWork(HWND, UINT, UINT_PTR timer, DWORD) {
 
 }  // namespace
 
+OwnerWindow::OwnerWindow()
+    : window(CreateWindowExW(0, L"Static", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                             nullptr, nullptr, nullptr)) {}
+
 void WorkInDialog(int control, const std::function<void(HWND dialog)>& work,
                   const std::function<void()>& show) {
     LoopWork pending{control, work, false};
