@@ -4,9 +4,11 @@
 #include <map>
 
 #include "dialogs/list_summary.h"
+#include "foundation/folders.h"
 #include "foundation/settings.h"
 #include "mainwindow/setting_names.h"
 #include "resources/ids.h"
+#include "tests/dialogs/dialog_loop.h"
 #include "tests/dialogs/open_list.h"
 #include "tests/support/decoder_folder.h"
 #include "tests/support/import_stub.h"
@@ -277,10 +279,9 @@ TEST_F(ListForm, RowsAreInTheOrderOfTheColumnThatCarriesTheArrow) {
     Add(L"inner\\a.abc", 10);
     Add(L"C.abc", 10);
     RunList(files, L"Folder\rName", [](const ShownList& shown) {
-        std::vector<std::string> names;
-        for (int row = 0; row < shown.RowCount(); ++row)
-            names.push_back(shown.Cell(row, 1));
-        EXPECT_THAT(names, ElementsAre("a.abc", "b.abc", "C.abc"));
+        EXPECT_THAT(shown.Cells(1), ElementsAre("a.abc", "b.abc", "C.abc"));
+        EXPECT_EQ(shown.Arrow(1), 0);
+        EXPECT_EQ(shown.Arrow(0), -1);
     });
 }
 
@@ -291,11 +292,111 @@ TEST_F(ListForm, WithoutAColumnOfNamesTheFirstOneSorts) {
     for (const wchar_t* name : {L"x\\1.abc", L"A\\3.abc", L"m\\2.abc"})
         Add(name, 10);
     RunList(files, L"Folder\rThe Name", [this](const ShownList& shown) {
-        std::vector<std::string> folders;
-        for (int row = 0; row < shown.RowCount(); ++row)
-            folders.push_back(shown.Cell(row, 0));
-        EXPECT_THAT(folders, ElementsAre(Utf8(folder.Path(L"A\\")), Utf8(folder.Path(L"m\\")),
-                                         Utf8(folder.Path(L"x\\"))));
+        EXPECT_THAT(shown.Cells(0),
+                    ElementsAre(Utf8(folder.Path(L"A\\")), Utf8(folder.Path(L"m\\")),
+                                Utf8(folder.Path(L"x\\"))));
+    });
+}
+
+TEST_F(ListForm, ClickOfAHeaderSortsAndTheNextOneTurns) {
+    folder.AddFolder(L"inner");
+    for (const wchar_t* name : {L"c.abc", L"inner\\b.abc", L"a.abc"})
+        Add(name, 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        shown.ClickHeader(0);
+        EXPECT_THAT(shown.Cells(0), ElementsAre("c.abc", "b.abc", "a.abc"));
+        EXPECT_EQ(shown.Arrow(0), 1);
+        shown.ClickHeader(1);
+        EXPECT_EQ(shown.Cells(0).back(), "b.abc");
+        EXPECT_EQ(shown.Arrow(0), -1);
+        EXPECT_EQ(shown.Arrow(1), 0);
+    });
+}
+
+TEST_F(ListForm, RowsAreSortedAnewWhenAllIsRead) {
+    constexpr const wchar_t* holdName = L"Tonequarry tests: list is read";
+    const HANDLE hold = CreateEventW(nullptr, TRUE, FALSE, holdName);
+    decoders.SetScript("one",
+                       "type=.abc|Some sound\nwait=Tonequarry tests: list is read\n"
+                       "length-ms=61000\n");
+    Add(L"a.abc", 300);
+    Add(L"b.abc", 200);
+    Add(L"c.abc", 100);
+    RunList(files, L"Name\rSize\rFolder", [hold](const ShownList& shown) {
+        shown.ClickHeader(1);
+        SetEvent(hold);
+        EXPECT_TRUE(PumpUntil([&shown] {
+            return shown.Cells(0) == std::vector<std::string>{"c.abc", "b.abc", "a.abc"};
+        }));
+    });
+    CloseHandle(hold);
+}
+
+TEST_F(ListForm, UntickedRowIsLeftOutWhereverItWasGiven) {
+    for (const wchar_t* name : {L"c.abc", L"a.abc", L"b.abc"})
+        Add(name, 10);
+    const ListOutcome outcome = RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        shown.SetTicked(0, false);
+        shown.Press(IDOK);
+    });
+    EXPECT_THAT(outcome.excluded, ElementsAre(Utf8(folder.Path(L"a.abc"))));
+}
+
+TEST_F(ListForm, UnreadRowShowsWhatItsPathTells) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Type\rFolder\rName", [this](const ShownList& shown) {
+        EXPECT_EQ(shown.Cell(0, 0), Utf8(FileTypeName(folder.Path(L"a.abc"))));
+        EXPECT_EQ(shown.Cell(0, 1), Utf8(folder.Path(L"")));
+        EXPECT_EQ(shown.Cell(0, 2), "a.abc");
+    });
+}
+
+TEST_F(ListForm, ListCannotHaveItsHeadersDragged) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        EXPECT_EQ(ListView_GetExtendedListViewStyle(shown.List()),
+                  DWORD{LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP});
+    });
+}
+
+TEST_F(ListForm, ItsOwnerWaits) {
+    Add(L"a.abc", 10);
+    const OwnerWindow owner;
+    RunList(
+        files, L"Name\rFolder",
+        [&owner](const ShownList& shown) {
+            EXPECT_EQ(GetWindow(shown.Dialog(), GW_OWNER), owner.Window());
+            EXPECT_FALSE(owner.IsEnabled());
+        },
+        owner.Window());
+    EXPECT_TRUE(owner.IsEnabled());
+}
+
+TEST_F(ListForm, IsRestoredToTheMiddle) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        ASSERT_TRUE(Restores(shown));
+        RECT frame = {};
+        GetWindowRect(shown.Dialog(), &frame);
+        EXPECT_EQ(frame.left, GetSystemMetrics(SM_CXSCREEN) / 2 - (frame.right - frame.left) / 2);
+        EXPECT_EQ(frame.top, GetSystemMetrics(SM_CYSCREEN) / 2 - (frame.bottom - frame.top) / 2);
+    });
+}
+
+std::vector<HCURSOR> cursorsSet;
+
+HCURSOR WINAPI KeepCursor(HCURSOR cursor) {
+    cursorsSet.push_back(cursor);
+    return nullptr;
+}
+
+TEST_F(ListForm, PointerTellsThatTheListIsFilled) {
+    Add(L"a.abc", 10);
+    cursorsSet.clear();
+    const ImportStub stub("SetCursor", &KeepCursor);
+    RunList(files, L"Name\rFolder", [](const ShownList&) {
+        EXPECT_THAT(cursorsSet, ElementsAre(LoadCursorW(nullptr, IDC_APPSTARTING),
+                                            LoadCursorW(nullptr, IDC_ARROW)));
     });
 }
 

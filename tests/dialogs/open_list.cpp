@@ -66,6 +66,28 @@ void ShownList::Press(int id) const {
     SendMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
+void ShownList::ClickHeader(int column) const {
+    NMLISTVIEW click = {};
+    click.hdr = {List(), IDC_FILE_LIST, static_cast<UINT>(LVN_COLUMNCLICK)};
+    click.iItem = -1;
+    click.iSubItem = column;
+    SendMessageW(dialog, WM_NOTIFY, IDC_FILE_LIST, reinterpret_cast<LPARAM>(&click));
+}
+
+int ShownList::Arrow(int column) const {
+    HDITEMW item = {};
+    item.mask = HDI_IMAGE;
+    Header_GetItem(ListView_GetHeader(List()), column, &item);
+    return item.iImage;
+}
+
+std::vector<std::string> ShownList::Cells(int column) const {
+    std::vector<std::string> cells;
+    for (int row = 0; row < RowCount(); ++row)
+        cells.push_back(Cell(row, column));
+    return cells;
+}
+
 bool ShownList::Tells(const clString& text) const {
     UpdateWindow(dialog);
     RECT client = {};
@@ -75,12 +97,12 @@ bool ShownList::Tells(const clString& text) const {
 }
 
 ListOutcome RunList(const clStringList& files, const wchar_t* columns,
-                    const std::function<void(const ShownList&)>& work) {
+                    const std::function<void(const ShownList&)>& work, HWND owner) {
     PathList excluded;
     ListOutcome outcome;
     WorkInDialog(
         IDC_FILE_LIST, [&work](HWND dialog) { work(ShownList(dialog)); },
-        [&] { const frmList dialog(nullptr, files, excluded, columns, &outcome.converts); });
+        [&] { const frmList dialog(owner, files, excluded, columns, &outcome.converts); });
     excluded.ForEach([&outcome](const clString& path) { outcome.excluded.push_back(Utf8(path)); });
     return outcome;
 }

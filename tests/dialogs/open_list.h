@@ -32,6 +32,11 @@ public:
     void ChooseForRows(int command) const;
     void ChooseForColumns(int command) const;
     void Press(int id) const;
+    void ClickHeader(int column) const;
+    // Of that column's header: 0 ascending, 1 descending, -1 none.
+    int Arrow(int column) const;
+    // Of one column, from the top.
+    std::vector<std::string> Cells(int column) const;
     // Whether the line above the list shows exactly that text now, pixel by pixel.
     bool Tells(const clString& text) const;
 
@@ -50,4 +55,4 @@ struct ListOutcome {
 // Runs the dialog over these files, `work` in its loop; behind it the dialog is
 // closed, if it still stands.
 ListOutcome RunList(const clStringList& files, const wchar_t* columns,
-                    const std::function<void(const ShownList&)>& work);
+                    const std::function<void(const ShownList&)>& work, HWND owner = nullptr);
