@@ -3,7 +3,7 @@
 #include "dialogs/filter_labels.h"
 #include "foundation/folders.h"
 #include "resources/ids.h"
-#include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 
 namespace {
 
@@ -11,11 +11,6 @@ constexpr std::int32_t labelLeft = 44;
 constexpr std::int32_t iconLeft = 24;
 constexpr INT_PTR resultUnchanged = 0;
 constexpr INT_PTR resultStored = 1;
-
-HICON LoadSmallIcon(int id) {
-    return static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
-}
 
 // The picture of files of that type; the file need not exist.
 HICON IconOfType(const clString& extension) {
@@ -53,9 +48,7 @@ void frmFilter::OnCreate() {
     // A frame is measured anew only when it is said to have changed.
     SetWindowPos(box, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-    const clIconHandle on(LoadSmallIcon(IDI_TICKED));
-    const clIconHandle off(LoadSmallIcon(IDI_STATE_NONE));
-    list.SetToggleIcons(on.Get(), off.Get());
+    list.SetToggleIcons(LoadIconResource(IDI_TICKED).Get(), LoadIconResource(IDI_STATE_NONE).Get());
     CenterOnScreen();
 }
 

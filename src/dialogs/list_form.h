@@ -61,7 +61,6 @@ private:
     void CountSummary();
     void RefillQueue();
     void PumpMetaData();
-    void ShowRowMenu();
     void TickRows(int command);
     void MoveControl(int id, std::int32_t x, std::int32_t y) const;
     void FinishList(INT_PTR result);

@@ -8,19 +8,14 @@
 #include "foundation/paths.h"
 #include "foundation/program_title.h"
 #include "foundation/settings.h"
+#include "mainwindow/row_menu.h"
 #include "mainwindow/setting_names.h"
 #include "resources/ids.h"
-#include "toolkit/gdi_handle.h"
 
 namespace {
 
 constexpr DWORD listStyle = LVS_EX_CHECKBOXES | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
 constexpr std::int32_t summaryUnits = 21;
-
-HICON LoadSmallIcon(int id) {
-    return static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0));
-}
 
 // Of a file that was not read yet: what its path says.
 clString CellTextOfPath(const FileRow& row, const clString& columnName) {
@@ -45,12 +40,7 @@ void frmList::OnCreate() {
     SetWindowTextW(Window(), title.Chars());
     NeedColumn(fileList._ColumnNames, L"Folder");
     NeedColumn(fileList._ColumnNames, L"Name");
-    if (_RowMenu.LoadMenuAndPrepare()) {
-        const clIconHandle on(LoadSmallIcon(IDI_TICKED));
-        const clIconHandle off(LoadSmallIcon(IDI_STATE_NONE));
-        _RowMenu.SetItemIcon(ID_CHECK_ALL, on.Get());
-        _RowMenu.SetItemIcon(ID_UNCHECK_ALL, off.Get());
-    }
+    PrepareRowMenu(_RowMenu);
     SetUpList();
     FillList();
     CenterOnScreen();

@@ -2,10 +2,10 @@
 
 #include "foundation/program_title.h"
 #include "foundation/settings.h"
+#include "mainwindow/row_menu.h"
 #include "mainwindow/setting_names.h"
 #include "resources/ids.h"
 #include "toolkit/font.h"
-#include "toolkit/gdi_handle.h"
 
 namespace {
 
@@ -135,20 +135,12 @@ void frmList::_ListFilesView::OnListContextMenu(std::uint32_t, std::uint32_t, HW
     if (pointer.y < headerHeight) {
         ShowColumnMenu(owner.Window(), *this, owner.fileList, owner);
     } else {
-        owner.ShowRowMenu();
+        owner.TickRows(AskRowMenu(owner._RowMenu, owner.Window()));
     }
 }
 
 void frmList::_ListFilesView::OnDrawRow(const DRAWITEMSTRUCT& item) {
     owner.fileList.DrawRow(item);
-}
-
-void frmList::ShowRowMenu() {
-    POINT pointer = {};
-    GetCursorPos(&pointer);
-    TickRows(TrackPopupMenu(GetSubMenu(_RowMenu.Menu(), 0),
-                            TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x, pointer.y, 0,
-                            Window(), nullptr));
 }
 
 void frmList::TickRows(int command) {

@@ -5,7 +5,7 @@
 #include "resources/ids.h"
 #include "toolkit/dpi.h"
 #include "toolkit/font.h"
-#include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 #include "toolkit/mem_bitmap.h"
 
 namespace {
@@ -24,13 +24,12 @@ struct RowPaint {
 
 void DrawTickBox(const RowPaint& paint, std::int32_t x) {
     const int id = paint.ticked ? IDI_TICKED : IDI_STATE_NONE;
-    paint.pictures.Paint(
-        paint.context, x + row_place::tickBox, {clRowPictures::Kind::TickBox, id, paint.background},
-        {16, 16}, [id](HDC context) {
-            const clIconHandle icon(static_cast<HICON>(LoadImageW(
-                GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0)));
-            DrawIconEx(context, 0, 0, icon.Get(), 16, 16, 0, nullptr, DI_NORMAL);
-        });
+    paint.pictures.Paint(paint.context, x + row_place::tickBox,
+                         {clRowPictures::Kind::TickBox, id, paint.background}, {16, 16},
+                         [id](HDC context) {
+                             const clIconHandle icon = LoadIconResource(id);
+                             DrawIconEx(context, 0, 0, icon.Get(), 16, 16, 0, nullptr, DI_NORMAL);
+                         });
 }
 
 // The picture of the file's type; false if the row can't tell it.

@@ -9,20 +9,19 @@
 #include "mainwindow/file_cells.h"
 #include "mainwindow/file_list.h"
 #include "resources/ids.h"
-#include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 
 namespace {
 
-constexpr int smallIcon = 16;
 constexpr std::chrono::milliseconds longestPump{30};
 constexpr UINT stateImageMask = 0xF000;
 
 // The two arrows, ascending first.
 HIMAGELIST MakeHeaderImages() {
-    const HIMAGELIST images = ImageList_Create(smallIcon, smallIcon, ILC_COLOR24 | ILC_MASK, 0, 16);
+    const HIMAGELIST images =
+        ImageList_Create(smallIconSize, smallIconSize, ILC_COLOR24 | ILC_MASK, 0, 16);
     for (const int id : {IDI_SORT_ASCENDING, IDI_SORT_DESCENDING}) {
-        const clIconHandle icon(static_cast<HICON>(LoadImageW(
-            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, smallIcon, smallIcon, 0)));
+        const clIconHandle icon = LoadIconResource(id);
         ImageList_ReplaceIcon(images, -1, icon.Get());
     }
     return images;

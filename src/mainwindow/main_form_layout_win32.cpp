@@ -5,6 +5,7 @@
 #include "toolkit/draw.h"
 #include "toolkit/font.h"
 #include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 
 namespace {
 
@@ -57,8 +58,7 @@ void PaintLegend(HDC dc) {
     font.Create(dc, nullptr, defaultTextSize, legendColour);
     for (const LegendRow& row : legend) {
         font.DrawString(legendTextLeft, row.textTop, row.text);
-        const clIconHandle icon(static_cast<HICON>(LoadImageW(
-            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(row.icon), IMAGE_ICON, 16, 16, 0)));
+        const clIconHandle icon = LoadIconResource(row.icon);
         DrawIconEx(dc, legendIconLeft, row.iconTop, icon.Get(), 16, 16, 0, nullptr, DI_NORMAL);
     }
 }

@@ -5,10 +5,11 @@
 #include "mainwindow/main_form.h"
 #include "mainwindow/open_maximised.h"
 #include "mainwindow/placement.h"
+#include "mainwindow/row_menu.h"
 #include "mainwindow/setting_names.h"
 #include "mainwindow/window_title.h"
 #include "resources/ids.h"
-#include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 
 namespace {
 
@@ -17,17 +18,12 @@ constexpr DWORD listStyle =
     LVS_EX_CHECKBOXES | LVS_EX_HEADERDRAGDROP | LVS_EX_FULLROWSELECT | LVS_EX_LABELTIP;
 static_assert(listStyle == 0x4034);
 
-HICON LoadSizedIcon(int id, int size) {
-    return static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, size, size, 0));
-}
-
 // The pictures of the states stand at their numbers; number 0 is never shown.
 HIMAGELIST MakeStateImages() {
     const HIMAGELIST images = ImageList_Create(16, 16, ILC_COLOR24 | ILC_MASK, 0, 16);
     for (const int id : {IDI_STATE_NONE, IDI_STATE_NONE, IDI_STATE_CHILD_SELECTED,
                          IDI_STATE_HAS_FILES, IDI_STATE_RECURSIVE, IDI_STATE_FOLDER_ONLY}) {
-        const clIconHandle icon(LoadSizedIcon(id, 16));
+        const clIconHandle icon = LoadIconResource(id);
         ImageList_ReplaceIcon(images, -1, icon.Get());
     }
     return images;
@@ -65,7 +61,7 @@ frmMain::~frmMain() {
 }
 
 void frmMain::OnCreate() {
-    SetIcons(LoadSizedIcon(IDI_PROGRAM, 32), LoadSizedIcon(IDI_PROGRAM, 16));
+    SetIcons(LoadIconResource(IDI_PROGRAM, 32).Release(), LoadIconResource(IDI_PROGRAM).Release());
     SetWindowTextW(XWindow::Window(), BuildWindowTitle(ModuleDirectory()).Chars());
     BuildBackground();
     MakeButtons();
@@ -74,12 +70,7 @@ void frmMain::OnCreate() {
     splitter.Restore(ReadPixels(setting::divider), _ScreenSize.cx);
     SetUpTree();
     SetUpList();
-    if (_RowMenu.LoadMenuAndPrepare()) {
-        const clIconHandle on(LoadSizedIcon(IDI_TICKED, 16));
-        const clIconHandle off(LoadSizedIcon(IDI_STATE_NONE, 16));
-        _RowMenu.SetItemIcon(ID_CHECK_ALL, on.Get());
-        _RowMenu.SetItemIcon(ID_UNCHECK_ALL, off.Get());
-    }
+    PrepareRowMenu(_RowMenu);
     PlaceWindow();
     OpenStartFolder();
     AddTimer(0);

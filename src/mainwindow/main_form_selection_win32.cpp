@@ -1,6 +1,7 @@
 // The selection's host over the controls, and what the user does to it.
 #include "foundation/program_title.h"
 #include "mainwindow/main_form.h"
+#include "mainwindow/row_menu.h"
 #include "resources/ids.h"
 
 namespace {
@@ -210,12 +211,7 @@ void frmMain::_ListFilesView::OnDrawRow(const DRAWITEMSTRUCT& item) {
 }
 
 void frmMain::ShowRowMenu() {
-    POINT pointer = {};
-    GetCursorPos(&pointer);
-    const BOOL command = TrackPopupMenu(GetSubMenu(_RowMenu.Menu(), 0),
-                                        TPM_RIGHTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY, pointer.x,
-                                        pointer.y, 0, XWindow::Window(), nullptr);
-    switch (command) {
+    switch (AskRowMenu(_RowMenu, XWindow::Window())) {
         case ID_CHECK_ALL:
             selection.RunRowCommand(RowCommand::CheckAll);
             break;
