@@ -1,6 +1,8 @@
 #include "toolkit/tool_tip_watcher.h"
 
 #include <windows.h>
+// objbase.h needs windows.h before it.
+#include <objbase.h>
 
 #include <algorithm>
 #include <atomic>
@@ -26,6 +28,20 @@ struct WatcherState {
 };
 
 [[gnu::init_priority(static_order::tooltipThread)]] WatcherState watcher;
+
+// For the pictures of tips that are decoded when they are painted.
+class ComOfThread {
+public:
+    ComOfThread() : isOurs(SUCCEEDED(CoInitialize(nullptr))) {}
+    ComOfThread(const ComOfThread&) = delete;
+    ComOfThread& operator=(const ComOfThread&) = delete;
+    ~ComOfThread() {
+        if (isOurs) CoUninitialize();
+    }
+
+private:
+    bool isOurs;
+};
 
 // Answers what other threads have sent, without taking anything from the queue.
 void AnswerSentMessages() {
@@ -80,6 +96,7 @@ void TipWatcher::Add(XToolTip* tip) {
     if (!IsRunning()) {
         watcher.worker->Start(
             [](clWorkerStopFlag* flag, std::int64_t) {
+                const ComOfThread com;
                 watcher.threadId = GetCurrentThreadId();
                 while (!StopRequested(*flag)) {
                     TickAll();

@@ -1,6 +1,13 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+// These need windows.h before them.
+#include <objbase.h>
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <atomic>
+#include <cstdint>
 #include <map>
 #include <mutex>
 #include <set>
@@ -10,6 +17,7 @@
 #include "tests/support/import_stub.h"
 #include "tests/toolkit/button_form.h"
 #include "tests/toolkit/tip_form.h"
+#include "tests/ui/encoded_picture.h"
 #include "tests/ui/pixels.h"
 #include "tests/ui/pump.h"
 #include "tests/ui/resource_counts.h"
@@ -116,9 +124,7 @@ void FillLayout(clText& layout, COLORREF colour) {
     layout.AddPicture({.at = {8, 8}}, picture);
 }
 
-void ShowPictureTip(XToolTip& tip) {
-    clText layout;
-    FillLayout(layout, red);
+void ShowPictureTip(XToolTip& tip, const clText& layout) {
     XToolTipDescription description;
     description.point = {700, 500};
     description.showTime = tip_timing::forEver;
@@ -128,6 +134,12 @@ void ShowPictureTip(XToolTip& tip) {
     ASSERT_TRUE(
         PumpUntil([&tip] { return PixelOf(tip.ShownWindow(), onPicture.x, onPicture.y) == red; }));
     EXPECT_EQ(Colour{PixelOf(tip.ShownWindow(), onPaper.x, onPaper.y)}, Colour{paper});
+}
+
+void ShowPictureTip(XToolTip& tip) {
+    clText layout;
+    FillLayout(layout, red);
+    ShowPictureTip(tip, layout);
 }
 
 TEST(DrawingThreads, TipWithAPictureIsDrawnThroughTheWatchersOwnContexts) {
@@ -141,6 +153,36 @@ TEST(DrawingThreads, TipWithAPictureIsDrawnThroughTheWatchersOwnContexts) {
     EXPECT_EQ(ContextWatch::Strays(), std::multiset<std::string>{});
     EXPECT_EQ(ContextWatch::ThreadCount(), 2u) << "the layout's thread and the watcher";
     EXPECT_EQ(ContextWatch::LiveCount(), 0u);
+}
+
+decltype(&OleLoadPicture) realLoadPicture;
+std::atomic<int> loadsWithCom{0};
+std::atomic<int> loadsWithoutCom{0};
+
+HRESULT WINAPI LoadAskingForCom(LPSTREAM stream, LONG size, BOOL keep, REFIID iid, LPVOID* made) {
+    APTTYPE type = APTTYPE_CURRENT;
+    APTTYPEQUALIFIER qualifier = APTTYPEQUALIFIER_NONE;
+    const bool hasCom = CoGetApartmentType(&type, &qualifier) == S_OK;
+    ++(hasCom ? loadsWithCom : loadsWithoutCom);
+    return realLoadPicture(stream, size, keep, iid, made);
+}
+
+// The loader must not rely on the thread that made the layout.
+TEST(DrawingThreads, TipDecodesItsPictureOnAThreadWithCom) {
+    const TipForm form;
+    const ImportStub loader("OleLoadPicture", &LoadAskingForCom);
+    realLoadPicture = loader.Original<decltype(OleLoadPicture)>();
+    loadsWithCom = 0;
+    loadsWithoutCom = 0;
+    const auto encoded = EncodedBmp(12, 12, [](int, int) { return red; });
+    clText layout;
+    layout.AddFill({.area = {0, 0, anchor::end, anchor::end}, .colour = paper});
+    layout.AddPicture({.at = {8, 8}}, encoded.data(), static_cast<std::int64_t>(encoded.size()));
+    XToolTip tip;
+    ShowPictureTip(tip, layout);
+    tip.Stop();
+    EXPECT_GE(loadsWithCom, 2) << "to be measured and to be painted";
+    EXPECT_EQ(loadsWithoutCom, 0);
 }
 
 TEST(DrawingThreads, ShownTipsWithAPictureLeaveNothingBehind) {
