@@ -6,6 +6,7 @@
 
 #include "foundation/mutex.h"
 #include "tests/support/import_stub.h"
+#include "tests/toolkit/fast_clock.h"
 #include "tests/toolkit/tip_form.h"
 #include "tests/toolkit/window_class.h"
 #include "tests/ui/pump.h"
@@ -58,10 +59,12 @@ TEST(LateWatcher, HideNowLeavesALateWatcherToDestroyItsWindow) {
     tip.ShowAtPoint({700, 500});
     HWND const window = tip.ShownWindow();
     tip.Stall();
-    const DWORD begin = GetTickCount();
-    tip.HideNow();
-    EXPECT_GE(GetTickCount() - begin, 4900u);
-    EXPECT_LT(GetTickCount() - begin, 6500u);
+    {
+        const FastClock clock;
+        tip.HideNow();
+        EXPECT_GE(clock.Passed(), 4900u);
+        EXPECT_LT(clock.Passed(), 6500u);
+    }
     EXPECT_TRUE(tip.IsStalled());
     tip.EndStall();
     EXPECT_TRUE(PumpUntil([window] { return !IsWindow(window); }));
@@ -84,9 +87,12 @@ TEST(LateWatcher, StopGivesUpOnALateWatcherWhichDestroysTheWindowAfterwards) {
     HWND const window = tip->ShownWindow();
     const std::string className = ClassOf(window);
     stalling.Stall();
-    const DWORD begin = GetTickCount();
-    tip->Stop();
-    EXPECT_LT(GetTickCount() - begin, 12000u);
+    {
+        const FastClock clock;
+        tip->Stop();
+        EXPECT_GE(clock.Passed(), 9900u) << "twice five seconds";
+        EXPECT_LT(clock.Passed(), 12000u);
+    }
     EXPECT_TRUE(stalling.IsStalled());
     EXPECT_EQ(tip->ShownWindow(), nullptr);
     tip.reset();
@@ -105,10 +111,12 @@ TEST(LateWatcher, WaitForAPointTipEndsAfterTenSeconds) {
     XToolTip tip;
     XToolTipParams params = QuickTip(nullptr);
     params.point = {700, 400};
-    const DWORD begin = GetTickCount();
-    tip.AddTool(params);
-    EXPECT_GE(GetTickCount() - begin, 9900u);
-    EXPECT_LT(GetTickCount() - begin, 12000u);
+    {
+        const FastClock clock;
+        tip.AddTool(params);
+        EXPECT_GE(clock.Passed(), 9900u);
+        EXPECT_LT(clock.Passed(), 12000u);
+    }
     EXPECT_TRUE(stalling.IsStalled());
     EXPECT_FALSE(tip.IsShowing());
     stalling.EndStall();

@@ -9,6 +9,7 @@
 #include "foundation/mutex.h"
 #include "tests/support/import_stub.h"
 #include "tests/toolkit/button_form.h"
+#include "tests/toolkit/fast_clock.h"
 #include "tests/toolkit/tip_form.h"
 #include "tests/ui/pointer.h"
 #include "tests/ui/pump.h"
@@ -249,7 +250,7 @@ TEST(ToolTip, StopWhileShowingTakesTheWindowAway) {
     EXPECT_FALSE(IsWindow(again));
 }
 
-// Holds the tooltip mutex on a thread of its own.
+// Holds the tooltip mutex on a thread of its own, so long or until its end.
 class Holder {
 public:
     explicit Holder(DWORD milliseconds, HWND sendTo = nullptr)
@@ -261,7 +262,7 @@ public:
                   answered = SendMessageTimeoutW(sendTo, WM_NULL, 0, 0, SMTO_NORMAL, milliseconds,
                                                  &result) != 0;
               } else {
-                  Sleep(milliseconds);
+                  WaitForSingleObject(end, milliseconds);
               }
               TooltipMutex.Unlock();
           }) {
@@ -270,11 +271,16 @@ public:
     }
     Holder(const Holder&) = delete;
     Holder& operator=(const Holder&) = delete;
-    ~Holder() { thread.join(); }
+    ~Holder() {
+        SetEvent(end);
+        thread.join();
+        CloseHandle(end);
+    }
 
     std::atomic<bool> answered{false};
 
 private:
+    HANDLE end = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     std::atomic<bool> isHeld{false};
     std::thread thread;
 };
@@ -335,10 +341,12 @@ TEST(ToolTip, HideNowGivesUpAfterFiveSeconds) {
     HWND const window = tip.ShownWindow();
     {
         const Holder holder(10000);
-        const DWORD begin = GetTickCount();
-        tip.HideNow();
-        EXPECT_GE(GetTickCount() - begin, 4900u);
-        EXPECT_LT(GetTickCount() - begin, 6500u);
+        {
+            const FastClock clock;
+            tip.HideNow();
+            EXPECT_GE(clock.Passed(), 4900u);
+            EXPECT_LT(clock.Passed(), 6500u);
+        }
         EXPECT_TRUE(PumpUntil([window] { return !IsWindow(window); }, 1500));
     }
     PumpFor(500);
