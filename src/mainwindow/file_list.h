@@ -118,9 +118,11 @@ public:
         Complete,  // the list is complete by this
     };
     // Writes the finished files' cells, for some 30 ms at most: other messages come
-    // between then. Input and painting wait for what one period of the timer brought.
+    // between then.
     PumpResult PumpMetaData(const CellTextOf& textOf);
-    // Posts the form a WorkMessage with what is left behind such a pump.
+    // Gives the form a WorkMessage with what is left behind such a pump: at once if
+    // nothing waits, otherwise behind the keys, clicks, paintings and timers that do.
+    // A posted message would come before them all, again and again.
     static void PostRest(HWND form, PumpResult result);
     // What wParam of a WorkMessage tells to do.
     enum Work : WPARAM { GoOnPumping, Sort };

@@ -15,6 +15,10 @@ namespace {
 
 constexpr std::chrono::milliseconds longestPump{30};
 constexpr UINT stateImageMask = 0xF000;
+// XWindow::AddTimer counts from 1, the bars of buttons from 7788.
+constexpr UINT_PTR restTimer = 5000;
+// What a thread is given only when no posted message is left.
+constexpr UINT behindPosted = QS_INPUT | QS_PAINT | QS_TIMER;
 
 // The two arrows, ascending first.
 HIMAGELIST MakeHeaderImages() {
@@ -25,6 +29,11 @@ HIMAGELIST MakeHeaderImages() {
         ImageList_ReplaceIcon(images, -1, icon.Get());
     }
     return images;
+}
+
+void CALLBACK OnRestTimer(HWND form, UINT, UINT_PTR timer, DWORD) {
+    KillTimer(form, timer);
+    SendMessageW(form, clFileList::WorkMessage(), clFileList::GoOnPumping, 0);
 }
 
 }  // namespace
@@ -198,6 +207,10 @@ clFileList::PumpResult clFileList::PumpMetaData(const CellTextOf& textOf) {
 
 void clFileList::PostRest(HWND form, PumpResult result) {
     if (result == PumpResult::Idle) return;
+    if (result == PumpResult::More && HIWORD(GetQueueStatus(behindPosted)) != 0) {
+        SetTimer(form, restTimer, USER_TIMER_MINIMUM, &OnRestTimer);
+        return;
+    }
     PostMessageW(form, WorkMessage(), result == PumpResult::Complete ? Sort : GoOnPumping, 0);
 }
 

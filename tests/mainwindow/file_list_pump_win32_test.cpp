@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <functional>
 
 #include "decoders/file_date.h"
 #include "foundation/handle.h"
@@ -10,6 +11,9 @@
 #include "tests/support/eventually.h"
 #include "tests/support/regional_profile.h"
 #include "tests/support/text.h"
+#include "tests/ui/keys.h"
+#include "tests/ui/pointer.h"
+#include "tests/ui/pump.h"
 
 using Result = clFileList::PumpResult;
 
@@ -159,6 +163,7 @@ TEST_F(PumpedList, IsCompleteWithItsLastFileAndNotBefore) {
 // The list is sorted when it is complete, and not while it fills.
 TEST_F(PumpedList, TheFormIsToldToSortOnceTheListIsComplete) {
     const auto posted = [&](Result result) {
+        PumpMessages();
         clFileList::PostRest(form.form.Window(), result);
         MSG message = {};
         std::string told;
@@ -170,4 +175,112 @@ TEST_F(PumpedList, TheFormIsToldToSortOnceTheListIsComplete) {
     EXPECT_EQ(posted(Result::Idle), "");
     EXPECT_EQ(posted(Result::More), "go on ");
     EXPECT_EQ(posted(Result::Complete), "sort ");
+}
+
+namespace {
+
+// A list with many finished files, on the screen, whose form pumps it to the end.
+class FullQueue : public PumpedList {
+protected:
+    FullQueue() {
+        for (const wchar_t name : {L'd', L'e', L'f', L'g', L'h', L'i', L'j', L'k', L'l'}) {
+            const wchar_t path[] = {L'C', L':', L'\\', name, L'.', L'a', L'b', L'c', 0};
+            form.AddRow(path, {L"name"});
+        }
+        form.form.route = [this](HWND, UINT message, WPARAM wParam, LPARAM lParam,
+                                 std::uint32_t*) -> LRESULT {
+            if (message == clFileList::WorkMessage() && wParam == clFileList::GoOnPumping) Pump();
+            if (message == clFileList::WorkMessage() && wParam == clFileList::Sort) isOver = true;
+            if (seen) seen(message, lParam);
+            return 0;
+        };
+        ShowWindow(form.form.Window(), SW_SHOW);
+        EXPECT_TRUE(BringToFront(form.form.Window()));
+        SetFocus(form.Control());
+        PumpMessages();
+        Read();
+    }
+    void Pump() {
+        ++goes;
+        clFileList::PostRest(form.form.Window(), form.files.PumpMetaData(&SlowText));
+    }
+    // Several goes before the last one.
+    void ExpectTakenOnTheWay(int atGo) const {
+        EXPECT_GT(atGo, 0);
+        EXPECT_LT(atGo, goes - 3);
+        EXPECT_THAT(Artists(), testing::Each("Somebody"));
+    }
+
+    std::function<void(UINT message, LPARAM lParam)> seen;
+    int goes = 0;
+    bool isOver = false;
+};
+
+}  // namespace
+
+TEST_F(FullQueue, LetsAKeyComeBetween) {
+    int keyAt = 0;
+    seen = [&](UINT message, LPARAM lParam) {
+        if (message != WM_NOTIFY) return;
+        if (reinterpret_cast<const NMHDR*>(lParam)->code == LVN_KEYDOWN) keyAt = goes;
+    };
+    Pump();
+    HoldKey(VK_DOWN);
+    ReleaseKey(VK_DOWN);
+    EXPECT_TRUE(PumpUntil([&] { return isOver; }, 20000));
+    ExpectTakenOnTheWay(keyAt);
+}
+
+TEST_F(FullQueue, LetsAClickComeBetween) {
+    MovePointer(ScreenMiddle(form.Control()));
+    PumpMessages();
+    int clickAt = 0;
+    seen = [&](UINT message, LPARAM lParam) {
+        if (message != WM_NOTIFY) return;
+        if (reinterpret_cast<const NMHDR*>(lParam)->code == NM_CLICK) clickAt = goes;
+    };
+    Pump();
+    PressButton();
+    ReleaseButton();
+    EXPECT_TRUE(PumpUntil([&] { return isOver; }, 20000));
+    ExpectTakenOnTheWay(clickAt);
+}
+
+TEST_F(FullQueue, IsPaintedOnTheWay) {
+    int paintedAt = 0;
+    seen = [&](UINT message, LPARAM) {
+        if (message == WM_DRAWITEM && paintedAt == 0) paintedAt = goes;
+    };
+    Pump();
+    EXPECT_TRUE(PumpUntil([&] { return isOver; }, 20000));
+    ExpectTakenOnTheWay(paintedAt);
+}
+
+TEST_F(FullQueue, LetsOtherTimersComeBetween) {
+    int timerAt = 0;
+    seen = [&](UINT message, LPARAM) {
+        if (message == WM_TIMER && timerAt == 0) timerAt = goes;
+    };
+    // Hidden, so that there is nothing to paint.
+    ShowWindow(form.form.Window(), SW_HIDE);
+    PumpMessages();
+    SetTimer(form.form.Window(), 1, USER_TIMER_MINIMUM, nullptr);
+    Pump();
+    EXPECT_TRUE(PumpUntil([&] { return isOver; }, 20000));
+    ExpectTakenOnTheWay(timerAt);
+}
+
+// Nothing waits: it does not wait for a timer either.
+TEST_F(FullQueue, GoesOnAtOnceWhereNothingWaits) {
+    ShowWindow(form.form.Window(), SW_HIDE);
+    PumpMessages();
+    Pump();
+    MSG message = {};
+    while (!isOver) {
+        ASSERT_TRUE(PeekMessageW(&message, form.form.Window(), clFileList::WorkMessage(),
+                                 clFileList::WorkMessage(), PM_REMOVE));
+        DispatchMessageW(&message);
+    }
+    // Two of the twelve files in each.
+    EXPECT_EQ(goes, 6);
 }
