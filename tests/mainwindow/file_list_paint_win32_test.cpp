@@ -237,6 +237,61 @@ TEST(PaintedRow, CellsStayInTheOrderOfCreation) {
     ExpectPainted(form, expected);
 }
 
+namespace {
+
+// Pictures for the types of files, all of one colour.
+class TypePictures {
+public:
+    TypePictures() : images(ImageList_Create(16, 16, ILC_COLOR24, 100, 1)) {}
+    TypePictures(const TypePictures&) = delete;
+    TypePictures& operator=(const TypePictures&) = delete;
+    ~TypePictures() { ImageList_Destroy(images); }
+
+    HIMAGELIST Images() const { return images; }
+    void Fill(COLORREF colour) {
+        ImageList_RemoveAll(images);
+        const Canvas picture(16, 16, colour);
+        const HDC dc = GetDC(nullptr);
+        const HBITMAP bitmap = CreateCompatibleBitmap(dc, 16, 16);
+        const HDC memory = CreateCompatibleDC(dc);
+        const HGDIOBJ before = SelectObject(memory, bitmap);
+        BitBlt(memory, 0, 0, 16, 16, picture.Dc(), 0, 0, SRCCOPY);
+        SelectObject(memory, before);
+        DeleteDC(memory);
+        ReleaseDC(nullptr, dc);
+        for (int i = 0; i < 100; ++i)
+            ImageList_Add(images, bitmap, nullptr);
+        DeleteObject(bitmap);
+    }
+
+private:
+    HIMAGELIST images;
+};
+
+COLORREF PictureColour(FileListForm& form) {
+    const Canvas painted(rowWidth, rowHeight);
+    PaintRow(form, painted, 0);
+    return painted.At(28, 8);
+}
+
+}  // namespace
+
+// The system may have drawn another picture at the same number meanwhile.
+TEST(PaintedRow, NewListingShowsWhatAPictureHasBecome) {
+    constexpr COLORREF red = RGB(255, 0, 0);
+    constexpr COLORREF blue = RGB(0, 0, 255);
+    TypePictures pictures;
+    FileListForm form(L"Name", L"200");
+    SendMessageW(form.Control(), LVM_SETIMAGELIST, LVSIL_SMALL,
+                 reinterpret_cast<LPARAM>(pictures.Images()));
+    for (const COLORREF colour : {red, blue}) {
+        pictures.Fill(colour);
+        form.files.Clear();
+        form.AddRow(L"C:\\a.mp3", {L"a.mp3"}, true);
+        EXPECT_EQ(Colour{PictureColour(form)}, Colour{colour});
+    }
+}
+
 TEST(PaintedRow, FillsItsRectangleAndNoPixelBeside) {
     FileListForm form(L"Name", L"100");
     form.AddRow(L"C:\\a.mp3", {L"a.mp3"}, true);
