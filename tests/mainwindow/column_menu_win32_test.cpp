@@ -126,6 +126,14 @@ TEST_F(ColumnMenu, LibraryThatCannotBeAskedAddsNothing) {
     EXPECT_EQ(GetMenuItemCount(menu.Properties()), 0);
 }
 
+// The separators have its name, so that it is there already.
+TEST_F(ColumnMenu, PropertyWithoutANameIsNotOffered) {
+    decoders.Add("one", "elements=Codec|[Empty]|[empty]\n");
+    const BuiltMenu menu(L"Name\r\rCodec");
+    EXPECT_THAT(ItemsOf(menu.Properties()), ElementsAre("10040 [empty]", "+10041 Codec"));
+    EXPECT_EQ(ItemsOf(menu.Root()).size(), 18u);
+}
+
 TEST_F(ColumnMenu, ColumnsThatNobodyKnowsAreMissing) {
     decoders.Add("one", "elements=Codec\n");
     const BuiltMenu menu(L"Gone\rName\rFolder\rcodec");
