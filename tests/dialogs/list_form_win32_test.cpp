@@ -177,6 +177,32 @@ TEST_F(ListForm, OkKeepsTheTicksThoughTheColumnsCannotBeKept) {
     EXPECT_TRUE(ReadSettingString(setting::listColumns).IsEmpty());
 }
 
+TEST_F(ListForm, TicksAndColumnsAreKeptByOkAndConvertAlone) {
+    const struct {
+        UINT message;
+        WPARAM id;
+        bool keeps;
+        bool converts;
+    } ways[] = {{WM_COMMAND, IDCANCEL, false, false},
+                {WM_CLOSE, 0, false, false},
+                {WM_COMMAND, IDOK, true, false},
+                {WM_COMMAND, IDC_CONVERT, true, true}};
+    Add(L"a.abc", 10);
+    for (const auto& way : ways) {
+        const ListOutcome outcome = RunList(files, L"Name\rFolder", [&](const ShownList& shown) {
+            shown.SetTicked(0, false);
+            ListView_SetColumnWidth(shown.List(), 1, 123);
+            SendMessageW(shown.Dialog(), way.message, way.id, 0);
+        });
+        EXPECT_EQ(outcome.excluded.size(), way.keeps ? 1u : 0u) << way.id;
+        EXPECT_EQ(outcome.converts, way.converts) << way.id;
+        EXPECT_EQ(Utf8(ReadSettingString(setting::listColumns)), way.keeps ? "Name\rFolder" : "")
+            << way.id;
+        EXPECT_EQ(Utf8(ReadSettingString(setting::listColumnWidths)), way.keeps ? "250\r123" : "")
+            << way.id;
+    }
+}
+
 TEST_F(ListForm, HeaderHasTheMenuOfTheColumns) {
     Add(L"a.abc", 10);
     const ListOutcome outcome = RunList(files, L"Name\rFolder", [](const ShownList& shown) {
@@ -232,7 +258,7 @@ void ExpectLayout(const ShownList& shown) {
 // At first the platform's own restoring is refused, and this one with it.
 bool Restores(const ShownList& shown) {
     return PumpUntil([&] {
-        ShowWindow(shown.Dialog(), SW_RESTORE);
+        ShowWindow(shown.Dialog(), SW_SHOWNORMAL);
         return IsZoomed(shown.Dialog()) == FALSE;
     });
 }
@@ -246,6 +272,21 @@ TEST_F(ListForm, LayoutFollowsTheSizeOfTheDialog) {
         ExpectLayout(shown);
         ShowWindow(shown.Dialog(), SW_MAXIMIZE);
         ExpectLayout(shown);
+    });
+}
+
+TEST_F(ListForm, StaysInSightWhileItsFrameIsDragged) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        ASSERT_TRUE(PumpUntil([&] { return shown.Tells(oneFile); }));
+        ASSERT_TRUE(Restores(shown));
+        for (const int width : {700, 640, 900}) {
+            SetWindowPos(shown.Dialog(), nullptr, 0, 0, width, 500,
+                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+            ExpectLayout(shown);
+            EXPECT_TRUE(IsWindowVisible(shown.Dialog())) << width;
+            EXPECT_TRUE(shown.Tells(oneFile)) << width;
+        }
     });
 }
 
@@ -313,23 +354,57 @@ TEST_F(ListForm, ClickOfAHeaderSortsAndTheNextOneTurns) {
     });
 }
 
+// Keeps the reader at its file until it is let go on.
+class HeldReader {
+public:
+    explicit HeldReader(clScriptedFolder& decoders)
+        : go(CreateEventW(nullptr, TRUE, FALSE, L"Tonequarry tests: the list is read")) {
+        decoders.SetScript("one",
+                           "type=.abc|Some sound\nneeds-file=1\nlength-ms=61000\n"
+                           "wait=Tonequarry tests: the list is read\n");
+    }
+    HeldReader(const HeldReader&) = delete;
+    HeldReader& operator=(const HeldReader&) = delete;
+    ~HeldReader() { CloseHandle(go); }
+
+    void Hold() const { ResetEvent(go); }
+    void LetGoOn() const { SetEvent(go); }
+
+private:
+    HANDLE go;
+};
+
 TEST_F(ListForm, RowsAreSortedAnewWhenAllIsRead) {
-    constexpr const wchar_t* holdName = L"Tonequarry tests: list is read";
-    const HANDLE hold = CreateEventW(nullptr, TRUE, FALSE, holdName);
-    decoders.SetScript("one",
-                       "type=.abc|Some sound\nwait=Tonequarry tests: list is read\n"
-                       "length-ms=61000\n");
+    const HeldReader reader(decoders);
     Add(L"a.abc", 300);
     Add(L"b.abc", 200);
     Add(L"c.abc", 100);
-    RunList(files, L"Name\rSize\rFolder", [hold](const ShownList& shown) {
+    RunList(files, L"Name\rSize\rFolder", [&reader](const ShownList& shown) {
         shown.ClickHeader(1);
-        SetEvent(hold);
+        reader.LetGoOn();
         EXPECT_TRUE(PumpUntil([&shown] {
             return shown.Cells(0) == std::vector<std::string>{"c.abc", "b.abc", "a.abc"};
         }));
     });
-    CloseHandle(hold);
+}
+
+TEST_F(ListForm, CountAloneIsToldWhileRowsAreReadAnew) {
+    const HeldReader reader(decoders);
+    Add(L"a.abc", 10);
+    Add(L"b.abc", 10);
+    RunList(files, L"Name\rFolder", [&reader](const ShownList& shown) {
+        reader.LetGoOn();
+        ASSERT_TRUE(PumpUntil([&] {
+            return shown.Tells(
+                L"Converting 2 Files, Source Size: 20 bytes  Length: 2 minutes 2 seconds");
+        }));
+        reader.Hold();
+        shown.ChooseForColumns(artistCommand);
+        shown.SetTicked(0, false);
+        EXPECT_TRUE(shown.Tells(L"Converting 1 Files, Reading Meta Data..."));
+        reader.LetGoOn();
+        EXPECT_TRUE(PumpUntil([&] { return shown.Tells(oneFile); }));
+    });
 }
 
 TEST_F(ListForm, UntickedRowIsLeftOutWhereverItWasGiven) {
@@ -348,6 +423,18 @@ TEST_F(ListForm, UnreadRowShowsWhatItsPathTells) {
         EXPECT_EQ(shown.Cell(0, 0), Utf8(FileTypeName(folder.Path(L"a.abc"))));
         EXPECT_EQ(shown.Cell(0, 1), Utf8(folder.Path(L"")));
         EXPECT_EQ(shown.Cell(0, 2), "a.abc");
+    });
+}
+
+TEST_F(ListForm, MenuOfTheRowsIsDrawnByTheDialog) {
+    Add(L"a.abc", 10);
+    RunList(files, L"Name\rFolder", [](const ShownList& shown) {
+        MEASUREITEMSTRUCT item = {};
+        item.CtlType = ODT_MENU;
+        item.itemID = ID_INVERT_SELECTION;
+        SendMessageW(shown.Dialog(), WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&item));
+        EXPECT_GT(item.itemWidth, 0u);
+        EXPECT_GT(item.itemHeight, 0u);
     });
 }
 
