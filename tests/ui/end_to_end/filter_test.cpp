@@ -170,6 +170,16 @@ TEST_F(FilterTest, CancelListsTheFolderAnew) {
     EXPECT_TRUE(NamesBecome({L"a.abc", L"b.def", L"c.abc", L"d.abc"}));
 }
 
+TEST_F(FilterTest, MainWindowWaitsForIt) {
+    RunningProgram& program = stage.Start(stage.Music());
+    const HWND dialog = Open();
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), program.Form());
+    EXPECT_FALSE(IsWindowEnabled(program.Form()));
+    ClickControl(dialog, IDCANCEL);
+    ASSERT_TRUE(Goes(dialog));
+    EXPECT_TRUE(WaitUntil([&] { return IsWindowEnabled(program.Form()) != FALSE; }));
+}
+
 TEST_F(FilterTest, EscapeAndTheCloseBoxChangeNothing) {
     stage.Start(stage.Music());
     for (const bool byKey : {true, false}) {

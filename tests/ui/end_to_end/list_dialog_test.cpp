@@ -1,6 +1,8 @@
 // The conversion list over the main window.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/list_dialog.h"
 #include "tests/ui/keys.h"
@@ -13,7 +15,6 @@ using testing::ElementsAre;
 TEST_F(ListDialogTest, ShowsEveryFileWithItsFolder) {
     stage.Start(stage.Music());
     const HWND dialog = Open();
-    EXPECT_TRUE(WaitUntil([dialog] { return IsZoomed(dialog) != FALSE; }));
     const RemoteList list = ListOf(dialog);
     EXPECT_THAT(list.Column(L"Name"), ElementsAre(L"a.abc", L"b.abc", L"c.abc"));
     EXPECT_THAT(list.Column(L"Folder"),
@@ -21,6 +22,10 @@ TEST_F(ListDialogTest, ShowsEveryFileWithItsFolder) {
     EXPECT_THAT(list.Ticks(), ElementsAre(true, true, true));
     EXPECT_EQ(list.Titles().back(), L"Folder");
     EXPECT_FALSE(list.Cell(0, list.ColumnTitled(L"Size")).empty());
+    // Some loops give a dialog its normal size after its first timer.
+    EXPECT_FALSE(WaitUntil([dialog] { return IsZoomed(dialog) == FALSE; }, 700));
+    EXPECT_EQ(GetWindow(dialog, GW_OWNER), stage.Program().Form());
+    EXPECT_FALSE(IsWindowEnabled(stage.Program().Form()));
     ClickControl(dialog, IDCANCEL);
     EXPECT_TRUE(Goes(dialog));
     EXPECT_EQ(stage.Text(L"zKR-FileSelector-List-Cols"), std::nullopt);
@@ -76,6 +81,32 @@ TEST_F(ListDialogTest, NothingSelectedIsSaid) {
     EXPECT_THAT(program.AnswerBox(IDOK),
                 testing::HasSubstr(L"No audio files selected for conversion"));
     EXPECT_EQ(program.Close(), 0u);
+}
+
+// The reader was stopped for the gathering, and nothing is listed anew.
+TEST_F(ListDialogTest, NothingSelectedLeavesTheReaderStopped) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\nsleep=400\ntag=Artist|Somebody\n");
+    for (int number = 0; number < 60; ++number)
+        stage.AddFile(L"song" + std::to_wstring(number) + L".abc");
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    const RemoteItem music = tree.Selected();
+    for (const int state : {5, 1}) {
+        ClickSettled(tree.PicturePoint(music));
+        ASSERT_TRUE(WaitUntil([&] { return tree.State(music) == state; }));
+    }
+    const auto read = [&program] {
+        const std::vector<std::wstring> artists = program.List().Column(L"Artist");
+        return std::count(artists.begin(), artists.end(), L"Somebody");
+    };
+    ASSERT_TRUE(WaitUntil([&] { return read() > 0; }));
+    program.PressButton(BarButton::List);
+    program.AnswerBox(IDOK);
+    // What was finished by then may still come into the list.
+    Sleep(600);
+    const auto before = read();
+    EXPECT_LT(before, 62);
+    EXPECT_FALSE(WaitUntil([&] { return read() != before; }, 1500));
 }
 
 TEST_F(ListDialogTest, RowMenuActsOnEveryRow) {
