@@ -1,0 +1,294 @@
+// The main form within this process, where its icons and the pointer's shape can be
+// asked for, and over a registry of its own.
+#include "mainwindow/main_form.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+#include "foundation/settings.h"
+#include "resources/ids.h"
+#include "tests/support/decoder_folder.h"
+#include "tests/support/eventually.h"
+#include "tests/support/scratch_registry.h"
+#include "tests/ui/pixels.h"
+#include "tests/ui/pointer.h"
+
+namespace {
+
+constexpr const wchar_t* settingsKey = L"Software\\Brindlefen\\Tonequarry";
+constexpr LONG divider = 300;
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
+    if (IsWindowVisible(window) == FALSE || GetDlgItem(window, IDC_FILE_LIST) == nullptr)
+        return TRUE;
+    *reinterpret_cast<HWND*>(parameter) = window;
+    return FALSE;
+}
+
+// Runs a main form. Once it shows, `steps` run on a thread of their own; behind them
+// the form is closed.
+void RunForm(const std::function<void(HWND form)>& steps) {
+    InitSettings();
+    const DWORD thread = GetCurrentThreadId();
+    std::thread user([&] {
+        HWND form = nullptr;
+        EXPECT_TRUE(Eventually([&] {
+            EnumThreadWindows(thread, &LookAtWindow, reinterpret_cast<LPARAM>(&form));
+            return form != nullptr;
+        }));
+        // Answered once the form is through with its making.
+        SendMessageW(form, WM_NULL, 0, 0);
+        SetForegroundWindow(form);
+        Eventually([form] { return GetForegroundWindow() == form; });
+        steps(form);
+        PostMessageW(form, WM_CLOSE, 0, 0);
+        if (Eventually([form] { return IsWindow(form) == FALSE; })) return;
+        ADD_FAILURE() << "something keeps the form open";
+        PostMessageW(GetLastActivePopup(form), WM_CLOSE, 0, 0);
+    });
+    { const frmMain form; }
+    user.join();
+}
+
+class MainForm : public testing::Test {
+protected:
+    MainForm() {
+        SetNumber(L"zKR-FileSelector-X", 60);
+        SetNumber(L"zKR-FileSelector-Y", 40);
+        SetNumber(L"zKR-FileSelector-W", 1000);
+        SetNumber(L"zKR-FileSelector-H", 600);
+        SetNumber(L"zKR-FileSelector-NotMax", 1);
+        SetNumber(L"zKR-FileSelector-Devider", divider);
+    }
+    static void SetNumber(const wchar_t* name, DWORD value) {
+        ScratchRegistry::Set(HKEY_CURRENT_USER, settingsKey, name, REG_DWORD, &value, sizeof value);
+    }
+
+    ScratchRegistry registry;
+    clScriptedFolder decoders;
+};
+
+// An icon on white, in its own size.
+std::unique_ptr<Canvas> Drawn(HICON icon, int size) {
+    auto canvas = std::make_unique<Canvas>(size, size);
+    DrawIconEx(canvas->Dc(), 0, 0, icon, 0, 0, 0, nullptr, DI_NORMAL);
+    return canvas;
+}
+
+int WidthOf(HICON icon) {
+    ICONINFO parts = {};
+    BITMAP bitmap = {};
+    if (GetIconInfo(icon, &parts) == FALSE) return 0;
+    GetObjectW(parts.hbmMask, sizeof bitmap, &bitmap);
+    DeleteObject(parts.hbmMask);
+    DeleteObject(parts.hbmColor);
+    return bitmap.bmWidth;
+}
+
+int Differences(const Canvas& one, const Canvas& other, int width, int height) {
+    int different = 0;
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            different += one.At(x, y) != other.At(x, y) ? 1 : 0;
+    }
+    return different;
+}
+
+}  // namespace
+
+TEST_F(MainForm, HasTheProgramsIconInTwoSizes) {
+    const struct {
+        int place;
+        int size;
+    } icons[] = {{GCLP_HICON, 32}, {GCLP_HICONSM, 16}};
+    RunForm([&](HWND form) {
+        for (const auto& [place, size] : icons) {
+            SCOPED_TRACE(size);
+            const auto shown = reinterpret_cast<HICON>(GetClassLongPtrW(form, place));
+            const auto expected = static_cast<HICON>(LoadImageW(
+                GetModuleHandleW(nullptr), MAKEINTRESOURCEW(102), IMAGE_ICON, size, size, 0));
+            ASSERT_NE(expected, nullptr);
+            EXPECT_EQ(WidthOf(shown), size);
+            const auto picture = Drawn(expected, size);
+            EXPECT_LT(picture->Count(RGB(255, 255, 255)), size * size);
+            EXPECT_EQ(Differences(*Drawn(shown, size), *picture, size, size), 0);
+            DestroyIcon(expected);
+        }
+    });
+}
+
+namespace {
+
+bool PointerIs(const wchar_t* shape) {
+    CURSORINFO info = {};
+    info.cbSize = sizeof info;
+    return GetCursorInfo(&info) != FALSE && info.hCursor == LoadCursorW(nullptr, shape);
+}
+
+LONG TreeWidth(HWND form) {
+    RECT tree = {};
+    GetWindowRect(GetDlgItem(form, IDC_FOLDER_TREE), &tree);
+    return tree.right - tree.left;
+}
+
+}  // namespace
+
+TEST_F(MainForm, PointerTellsWhereTheDividerCanBeTaken) {
+    RunForm([](HWND form) {
+        RECT tree = {};
+        GetWindowRect(GetDlgItem(form, IDC_FOLDER_TREE), &tree);
+        POINT below = {0, tree.bottom};
+        ScreenToClient(form, &below);
+        // Each another one than the one before.
+        const struct {
+            LONG x, y;
+            const wchar_t* shape;
+        } places[] = {
+            {divider, 200, IDC_SIZEWE},
+            {divider + 2, 55, IDC_ARROW},
+            {divider + 3, 200, IDC_SIZEWE},
+            {divider - 1, 56, IDC_ARROW},
+            {divider + 2, 56, IDC_SIZEWE},
+            {divider + 5, 56, IDC_ARROW},
+            {divider + 4, 56, IDC_SIZEWE},
+            {divider + 2, below.y, IDC_ARROW},
+            {divider + 2, below.y - 1, IDC_SIZEWE},
+        };
+        for (const auto& place : places) {
+            MovePointer(ScreenPoint(form, place.x, place.y));
+            EXPECT_TRUE(Eventually([&] { return PointerIs(place.shape); }))
+                << place.x << ',' << place.y;
+        }
+    });
+}
+
+TEST_F(MainForm, PointerKeepsItsShapeWhileTheDividerIsDragged) {
+    RunForm([](HWND form) {
+        MovePointer(ScreenPoint(form, divider + 2, 200));
+        PressButton();
+        for (const POINT place : {POINT{500, 30}, POINT{700, 200}}) {
+            MovePointer(ScreenPoint(form, place.x, place.y));
+            EXPECT_TRUE(Eventually([&] { return TreeWidth(form) == place.x - 2; })) << place.x;
+            // Answered once the form is through with the move.
+            SendMessageW(form, WM_NULL, 0, 0);
+            EXPECT_TRUE(PointerIs(IDC_SIZEWE)) << place.x;
+        }
+        ReleaseButton();
+        MovePointer(ScreenPoint(form, 500, 30));
+        EXPECT_TRUE(Eventually([] { return PointerIs(IDC_ARROW); }));
+    });
+}
+
+namespace {
+
+// An item of the row menu as `draw` draws it.
+std::unique_ptr<Canvas> DrawnItem(UINT id, const std::function<void(LPARAM)>& draw) {
+    constexpr LONG width = 140;
+    constexpr LONG height = 20;
+    auto canvas = std::make_unique<Canvas>(width, height);
+    DRAWITEMSTRUCT item = {};
+    item.CtlType = ODT_MENU;
+    item.itemID = id;
+    item.hDC = canvas->Dc();
+    item.rcItem = {0, 0, width, height};
+    draw(reinterpret_cast<LPARAM>(&item));
+    return canvas;
+}
+
+}  // namespace
+
+TEST_F(MainForm, RowMenuHasTheTwoBoxesAsPictures) {
+    XSkinMenu expected;
+    ASSERT_TRUE(expected.LoadMenuAndPrepare());
+    for (const auto& [id, picture] : {std::pair{40001, 113}, std::pair{40002, 110}}) {
+        const auto icon = static_cast<HICON>(LoadImageW(
+            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(picture), IMAGE_ICON, 16, 16, 0));
+        ASSERT_NE(icon, nullptr);
+        expected.SetItemIcon(id, icon);
+        DestroyIcon(icon);
+    }
+    RunForm([&](HWND form) {
+        for (const UINT id : {40001u, 40002u, 40003u}) {
+            const auto drawn =
+                DrawnItem(id, [form](LPARAM item) { SendMessageW(form, WM_DRAWITEM, 0, item); });
+            const auto wanted = DrawnItem(id, [&expected](LPARAM item) {
+                std::uint32_t handled = 0;
+                expected.Route(nullptr, WM_DRAWITEM, 0, item, &handled);
+            });
+            EXPECT_EQ(Differences(*drawn, *wanted, 140, 20), 0) << id;
+            EXPECT_LT(wanted->Count(RGB(255, 255, 255)), 140 * 20) << id;
+        }
+    });
+}
+
+namespace {
+
+// The settings can neither be read nor written while this is there, by nobody.
+class RefusedSettings {
+public:
+    RefusedSettings() {
+        RegCreateKeyExW(HKEY_CURRENT_USER, settingsKey, 0, nullptr, 0, READ_CONTROL | WRITE_DAC,
+                        nullptr, &key, nullptr);
+        DWORD size = sizeof before;
+        EXPECT_EQ(RegGetKeySecurity(key, DACL_SECURITY_INFORMATION, before, &size), ERROR_SUCCESS);
+        ACL nobody = {};
+        InitializeAcl(&nobody, sizeof nobody, ACL_REVISION);
+        SECURITY_DESCRIPTOR refusal = {};
+        InitializeSecurityDescriptor(&refusal, SECURITY_DESCRIPTOR_REVISION);
+        SetSecurityDescriptorDacl(&refusal, TRUE, &nobody, FALSE);
+        EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, &refusal), ERROR_SUCCESS);
+    }
+    RefusedSettings(const RefusedSettings&) = delete;
+    RefusedSettings& operator=(const RefusedSettings&) = delete;
+    ~RefusedSettings() {
+        EXPECT_EQ(RegSetKeySecurity(key, DACL_SECURITY_INFORMATION, before), ERROR_SUCCESS);
+        RegCloseKey(key);
+    }
+
+private:
+    HKEY key = nullptr;
+    BYTE before[1024] = {};
+};
+
+std::optional<DWORD> Number(const wchar_t* name) {
+    DWORD value = 0;
+    DWORD size = sizeof value;
+    if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_REG_DWORD, nullptr, &value,
+                     &size) != ERROR_SUCCESS) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+int ColumnsOf(HWND form) {
+    const auto header =
+        reinterpret_cast<HWND>(SendMessageW(GetDlgItem(form, IDC_FILE_LIST), LVM_GETHEADER, 0, 0));
+    return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+}
+
+}  // namespace
+
+TEST_F(MainForm, RegistryThatRefusesCountsAsEmptyAndIsNotSpokenOf) {
+    ScratchRegistry::SetText(HKEY_CURRENT_USER, settingsKey, L"zKR-FileSelector-Cols", L"Artist");
+    {
+        const RefusedSettings refused;
+        ASSERT_EQ(Number(L"zKR-FileSelector-Devider"), std::nullopt);
+        RunForm([](HWND form) {
+            EXPECT_TRUE(Eventually([form] { return IsZoomed(form) != FALSE; }));
+            EXPECT_EQ(TreeWidth(form), GetSystemMetrics(SM_CXSCREEN) / 3);
+            EXPECT_EQ(ColumnsOf(form), 10);
+            EXPECT_EQ(GetLastActivePopup(form), form);
+        });
+    }
+    EXPECT_EQ(Number(L"zKR-FileSelector-Devider"), static_cast<DWORD>(divider));
+    EXPECT_EQ(Number(L"zKR-FileSelector-NotMax"), 1u);
+    RunForm([](HWND form) {
+        EXPECT_EQ(TreeWidth(form), divider);
+        EXPECT_EQ(ColumnsOf(form), 1);
+    });
+}
