@@ -209,6 +209,15 @@ TEST_F(MenuDrawing, TheLookOfSeparatorsIsBuiltOnce) {
     EXPECT_EQ(fillCalls, 1);
 }
 
+TEST_F(MenuDrawing, AnotherMenuHasSeparatorsOfItsOwn) {
+    Draw(0, place);
+    EXPECT_EQ(canvas.Count(0xC4C4C4), 180 - 29);
+    menu.Attach(CreatePopupMenu(), true);
+    menu.imageWidth = 0;
+    Draw(0, place);
+    EXPECT_EQ(canvas.Count(0xC4C4C4), 180 - 10) << "no strip for images";
+}
+
 TEST_F(MenuDrawing, ALargerItemAfterASmallerOneIsWhole) {
     Draw(checkAll, place);
     Draw(invert, canvasSize);

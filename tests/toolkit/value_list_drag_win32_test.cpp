@@ -81,6 +81,16 @@ TEST(ValueDrag, LeavesTheRowsAloneWithoutAMove) {
     EXPECT_EQ(form.Notify(DL_DRAGGING, 5, 60), DL_STOPCURSOR);
 }
 
+TEST(ValueDrag, WithoutAMoveAfterOneThatWasLeavesTheRowsAlone) {
+    DragForm form;
+    form.Notify(DL_BEGINDRAG, 1);
+    form.Notify(DL_DRAGGING, 4);
+    form.Notify(DL_CANCELDRAG, 4);
+    form.Notify(DL_BEGINDRAG, 1);
+    form.Notify(DL_DROPPED, 4);
+    EXPECT_EQ(form.Order(), "012345");
+}
+
 TEST(ValueDrag, KeepsAFirstBandFirst) {
     DragForm form(true);
     form.Notify(DL_BEGINDRAG, 3);
