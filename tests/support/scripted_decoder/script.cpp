@@ -105,6 +105,7 @@ void SetForLibrary(Script& script, const std::wstring& name, const std::wstring&
         script.decodesResult = static_cast<std::int32_t>(NumberOf(value));
     if (name == L"destroy-sleep")
         script.destroySleepMs = static_cast<std::uint32_t>(NumberOf(value));
+    if (name == L"destroy-wait") script.destroyWaitEvent = value;
     if (name == L"pin") script.pinned = NumberOf(value) != 0;
     if (name == L"elements") {
         std::wstring elements = value;

@@ -9,6 +9,8 @@
 //   series=.n|Many|1500       1500 elements: .n0 to .n1499
 //   decodes-result=0          Get of "Decodes" answers 0, its texts all the same
 //   destroy-sleep=500         Destroy of an instance that opened a file takes that long
+//   destroy-wait=Name         Destroy of an instance that opened a file waits for the
+//                             event of that name
 //   pin=1                     the library stays loaded from its first Create on
 //   elements=Codec|Encoder    the names for "Property Elements", joined by CR
 //
@@ -67,6 +69,7 @@ struct Script {
     bool creates = true;
     std::int32_t decodesResult = 1;
     std::uint32_t destroySleepMs = 0;
+    std::wstring destroyWaitEvent;
     bool pinned = false;
     std::vector<Type> types;
     OptionalText elements;

@@ -105,13 +105,18 @@ std::wstring FileNameOf(const std::wstring& path) {
     return path.substr(path.find_last_of(L'\\') + 1);
 }
 
-void Delay(const scripted::FileScript& file) {
-    if (file.sleepMs != 0) Sleep(file.sleepMs);
-    if (file.waitEvent.empty()) return;
-    const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, file.waitEvent.c_str());
+// Not at all for an empty name, or for one that no event has.
+void WaitFor(const std::wstring& eventName) {
+    if (eventName.empty()) return;
+    const HANDLE event = OpenEventW(SYNCHRONIZE, FALSE, eventName.c_str());
     if (event == nullptr) return;
     WaitForSingleObject(event, INFINITE);
     CloseHandle(event);
+}
+
+void Delay(const scripted::FileScript& file) {
+    if (file.sleepMs != 0) Sleep(file.sleepMs);
+    WaitFor(file.waitEvent);
 }
 
 // `file` is a copy: the echo is added to it.
@@ -163,7 +168,10 @@ DecoderInstance Create(DecoderCreateRecord* record) {
 
 void Destroy(DecoderInstance instance) {
     const std::unique_ptr<Instance> owned(&InstanceOf(instance));
-    if (owned->hasOpened) Sleep(owned->script.destroySleepMs);
+    if (owned->hasOpened) {
+        Sleep(owned->script.destroySleepMs);
+        WaitFor(owned->script.destroyWaitEvent);
+    }
     Log(L"destroy " + std::to_wstring(owned->number));
 }
 

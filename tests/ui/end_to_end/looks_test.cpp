@@ -161,13 +161,18 @@ TEST_F(LooksTest, NoticeStandsWhileFilesAreRead) {
 
 // Its last file is in the list by then, and nothing is pumped any more.
 TEST_F(LooksTest, NoticeGoesForAReaderThatEndsBehindItsLastFile) {
-    stage.AddDecoder(L"one", "type=.abc|Some sound\ntag=Artist|Somebody\ndestroy-sleep=2500\n");
+    const HANDLE hold = CreateEventW(nullptr, TRUE, FALSE, L"Tonequarry tests: the last file");
+    stage.AddDecoder(L"one",
+                     "type=.abc|Some sound\ntag=Artist|Somebody\n"
+                     "destroy-wait=Tonequarry tests: the last file\n");
     stage.AddFile(L"a.abc", 10);
     const RemoteList list = stage.Start(stage.Music()).List();
     ASSERT_TRUE(WaitUntil(
         [&] { return list.Column(L"Artist") == std::vector<std::wstring>{L"Somebody"}; }));
     EXPECT_TRUE(NoticeIs(true));
+    SetEvent(hold);
     EXPECT_TRUE(NoticeIs(false));
+    CloseHandle(hold);
 }
 
 TEST_F(LooksTest, PressOnABoxOfTheSelectionTellsAllItsTicks) {
