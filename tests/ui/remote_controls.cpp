@@ -136,27 +136,33 @@ RemoteTree::Images RemoteTree::ImagesOf(RemoteItem item) const {
     return {parts.iImage, parts.iSelectedImage};
 }
 
-// The middle of the part's pixels on the item's line.
+// The middle of the part's pixels on the item's line. Each look is three calls into
+// the other process: the part, which no other one interrupts, is first found roughly.
 POINT RemoteTree::Point(RemoteItem item, UINT part) const {
+    constexpr LONG leastPart = 5;
+    constexpr LONG enough = 30;
     Ask(window, TVM_ENSUREVISIBLE, 0, item);
     const RemoteBlock block(window);
     block.Put(item);  // the rectangle is asked for with its item in its place
     Ask(window, TVM_GETITEMRECT, TRUE, block.At());
     const RECT label = block.Take<RECT>();
     const LONG middle = (label.top + label.bottom) / 2;
-    LONG first = -1;
-    LONG last = -1;
-    for (LONG x = 0; x < label.right; ++x) {
+    const auto isPart = [&](LONG x) {
         TVHITTESTINFO hit = {};
         hit.pt = {x, middle};
         block.Put(hit);
         Ask(window, TVM_HITTEST, 0, block.At());
-        if (block.Take<TVHITTESTINFO>().flags != part) continue;
-        if (first < 0) first = x;
-        last = x;
-        if (last - first > 30) break;
-    }
-    if (first < 0) throw std::runtime_error("the item has no such part");
+        return block.Take<TVHITTESTINFO>().flags == part;
+    };
+    LONG first = 0;
+    while (first < label.right && !isPart(first))
+        first += leastPart;
+    if (first >= label.right) throw std::runtime_error("the item has no such part");
+    LONG last = first;
+    while (first > 0 && isPart(first - 1))
+        --first;
+    while (last + 1 < label.right && last - first <= enough && isPart(last + 1))
+        ++last;
     POINT point = {(first + last) / 2, middle};
     ClientToScreen(window, &point);
     return point;
