@@ -84,8 +84,8 @@ void XButton::SetLayout(ButtonLayout which, const clText& layout) {
     const clMutexLock lock(textMutex);
     clText& own = layouts[static_cast<std::size_t>(which)];
     own.CopyFrom(layout);
-    // This need not be the thread that paints.
-    own.KeepNoContexts();
+    const bool paintsHere = GetWindowThreadProcessId(childWindow, nullptr) == GetCurrentThreadId();
+    if (!paintsHere) own.KeepNoContexts();
 }
 
 void XButton::SetPartner(XButton* other) {

@@ -95,7 +95,7 @@ void XWindow::AbandonWnd() {
         timers.Clear();
     }
     windowHandle = nullptr;
-    KeepClassForLater(className);
+    if (!className.IsEmpty()) KeepClassForLater(className);
     className.Assign(L"");
 }
 
