@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,6 +15,8 @@
 #include "resources/ids.h"
 #include "tests/support/decoder_folder.h"
 #include "tests/support/eventually.h"
+#include "tests/support/import_stub.h"
+#include "tests/support/scratch_folder.h"
 #include "tests/support/scratch_registry.h"
 #include "tests/ui/pixels.h"
 #include "tests/ui/pointer.h"
@@ -41,6 +44,10 @@ void RunForm(const std::function<void(HWND form)>& steps) {
             EnumThreadWindows(thread, &LookAtWindow, reinterpret_cast<LPARAM>(&form));
             return form != nullptr;
         }));
+        if (form == nullptr) {
+            PostThreadMessageW(thread, WM_QUIT, 0, 0);
+            return;
+        }
         // Answered once the form is through with its making.
         SendMessageW(form, WM_NULL, 0, 0);
         SetForegroundWindow(form);
@@ -290,5 +297,112 @@ TEST_F(MainForm, RegistryThatRefusesCountsAsEmptyAndIsNotSpokenOf) {
     RunForm([](HWND form) {
         EXPECT_EQ(TreeWidth(form), divider);
         EXPECT_EQ(ColumnsOf(form), 1);
+    });
+}
+
+namespace {
+
+constexpr COLORREF white = RGB(255, 255, 255);
+constexpr LONG wide = 3000;
+
+decltype(&GetClientRect) realClientRect;
+std::atomic<LONG> desktopWidth;
+
+BOOL WINAPI TellDesktop(HWND window, RECT* rect) {
+    if (window != GetDesktopWindow()) return realClientRect(window, rect);
+    *rect = {0, 0, desktopWidth, 300};
+    return TRUE;
+}
+
+decltype(&GetDeviceCaps) realDeviceCaps;
+
+int WINAPI TellFewColours(HDC context, int index) {
+    return index == BITSPIXEL ? 16 : realDeviceCaps(context, index);
+}
+
+std::unique_ptr<Canvas> ErasedBackground(HWND form) {
+    auto canvas = std::make_unique<Canvas>(wide, 60);
+    SendMessageW(form, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas->Dc()), 0);
+    return canvas;
+}
+
+}  // namespace
+
+TEST_F(MainForm, BackgroundGrowsWithTheDesktopAndDoesNotShrinkWithIt) {
+    RunForm([](HWND form) {
+        EXPECT_EQ(Colour{ErasedBackground(form)->At(wide - 10, 20)}, Colour{white});
+        realClientRect = &GetClientRect;
+        desktopWidth = wide;
+        const ImportStub desktop("GetClientRect", &TellDesktop);
+        for (const LONG width : {wide, LONG{800}}) {
+            desktopWidth = width;
+            const auto background = ErasedBackground(form);
+            EXPECT_EQ(Colour{background->At(0, 20)}, Colour{RGB(0xF0, 0xF0, 0xF0)}) << width;
+            EXPECT_GE(GetRValue(background->At(wide - 1, 20)), 0xFA) << width;
+            EXPECT_NE(Colour{background->At(wide - 1, 20)}, Colour{white}) << width;
+            EXPECT_EQ(Colour{background->At(wide - 1, 53)}, Colour{RGB(0x80, 0x80, 0x80)}) << width;
+        }
+    });
+}
+
+TEST_F(MainForm, BackgroundIsPlainWithFewColours) {
+    RunForm([](HWND form) {
+        realClientRect = &GetClientRect;
+        realDeviceCaps = &GetDeviceCaps;
+        desktopWidth = wide;
+        const ImportStub desktop("GetClientRect", &TellDesktop);
+        const ImportStub colours("GetDeviceCaps", &TellFewColours);
+        const auto background = ErasedBackground(form);
+        for (const int x : {0, 1500, 2999})
+            EXPECT_EQ(Colour{background->At(x, 20)}, Colour{RGB(0xF0, 0xF0, 0xF0)}) << x;
+    });
+}
+
+namespace {
+
+std::wstring commandLine;
+
+LPWSTR WINAPI TellCommandLine() {
+    return commandLine.data();
+}
+
+decltype(&InvalidateRect) realInvalidate;
+std::atomic<HWND> countedForm;
+std::atomic<int> invalidations;
+
+BOOL WINAPI CountInvalidations(HWND window, const RECT* rect, BOOL erase) {
+    if (window == countedForm) ++invalidations;
+    return realInvalidate(window, rect, erase);
+}
+
+}  // namespace
+
+// Each flip of a row would have all of them counted anew.
+TEST_F(MainForm, BothClicksOnACheckBoxTellTheStatusOnceForTheWholeSelection) {
+    constexpr int files = 30;
+    decoders.Add("one", "type=.abc|Some sound\n");
+    const ScratchFolder folder;
+    for (int number = 0; number < files; ++number)
+        folder.AddFile((L"song" + std::to_wstring(number) + L".abc").c_str());
+    commandLine = std::wstring(L"program.exe ") + folder.Path().Chars();
+    const ImportStub line("GetCommandLineW", &TellCommandLine);
+    RunForm([](HWND form) {
+        const HWND list = GetDlgItem(form, IDC_FILE_LIST);
+        ASSERT_TRUE(Eventually([list] { return ListView_GetItemCount(list) == files; }));
+        ListView_SetItemState(list, -1, LVIS_SELECTED, LVIS_SELECTED);
+        const UINT before = ListView_GetItemState(list, files - 1, LVIS_STATEIMAGEMASK);
+        RECT row = {};
+        ListView_GetItemRect(list, 0, &row, LVIR_BOUNDS);
+        countedForm = form;
+        invalidations = 0;
+        realInvalidate = &InvalidateRect;
+        const ImportStub counter("InvalidateRect", &CountInvalidations);
+        DoubleClick(ScreenPoint(list, row.left + 8, (row.top + row.bottom) / 2));
+        EXPECT_TRUE(Eventually([] { return invalidations >= 2; }));
+        // Answered once the form is through with both.
+        SendMessageW(form, WM_NULL, 0, 0);
+        EXPECT_LT(invalidations, files / 2);
+        EXPECT_EQ(ListView_GetItemState(list, files - 1, LVIS_STATEIMAGEMASK), before);
+        EXPECT_EQ(ListView_GetSelectedCount(list), static_cast<UINT>(files));
     });
 }
