@@ -244,6 +244,10 @@ void MeasurePump(ListForm& form, Judge& judge) {
 // file_list_bench [memory|sorting|pump]   all three without an argument.
 int wmain(int argumentCount, wchar_t** arguments) {
     const std::wstring part = argumentCount > 1 ? arguments[1] : L"";
+    if (!part.empty() && part != L"memory" && part != L"sorting" && part != L"pump") {
+        std::printf("usage: file_list_bench [memory|sorting|pump]\n");
+        return 2;
+    }
     const auto measures = [&](const wchar_t* name) { return part.empty() || part == name; };
     const ProgramGround ground;
     Judge judge;
