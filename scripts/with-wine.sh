@@ -13,6 +13,8 @@ WINEPREFIX=$(realpath -m "${TONEQUARRY_PREFIX:-$root/build/wine}")
 export WINEPREFIX
 export HOME=$WINEPREFIX-home XDG_DATA_HOME=$WINEPREFIX-home/.local/share
 export LC_ALL=C.UTF-8 WINEDEBUG=${WINEDEBUG:--all} WINEARCH=win64
+# Away from UTC: there a time in UTC would pass for one of the place.
+export TZ=TST-5:30
 # No menu entries and file types on the desktop of whoever runs the tests.
 export WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree=d;mshtml=d"
 mkdir -p "$HOME" "$(dirname "$WINEPREFIX")"
