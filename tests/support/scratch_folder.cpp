@@ -36,8 +36,13 @@ ScratchFolder::ScratchFolder() {
     GetTempPathW(MAX_PATH, temp);
     CreateDirectoryW(temp, nullptr);
     static int serial = 0;
-    path.Format(L"%stq-%u-%d\\", temp, static_cast<unsigned>(GetCurrentProcessId()), ++serial);
-    EXPECT_TRUE(CreateDirectoryW(path.Chars(), nullptr)) << GetLastError();
+    BOOL isMade = FALSE;
+    // A process of the same number may have left one behind that was in use.
+    do {
+        path.Format(L"%stq-%u-%d\\", temp, static_cast<unsigned>(GetCurrentProcessId()), ++serial);
+        isMade = CreateDirectoryW(path.Chars(), nullptr);
+    } while (!isMade && GetLastError() == ERROR_ALREADY_EXISTS);
+    EXPECT_TRUE(isMade) << GetLastError();
 }
 
 ScratchFolder::~ScratchFolder() {

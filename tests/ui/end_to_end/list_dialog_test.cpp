@@ -102,11 +102,17 @@ TEST_F(ListDialogTest, NothingSelectedLeavesTheReaderStopped) {
     ASSERT_TRUE(WaitUntil([&] { return read() > 0; }));
     program.PressButton(BarButton::List);
     program.AnswerBox(IDOK);
-    // What was finished by then may still come into the list.
-    Sleep(600);
-    const auto before = read();
-    EXPECT_LT(before, 62);
-    EXPECT_FALSE(WaitUntil([&] { return read() != before; }, 1500));
+    // What was finished by then may still come into the list: one that goes on
+    // finishes a file each 400 ms.
+    auto shown = read();
+    ULONGLONG since = GetTickCount64();
+    EXPECT_TRUE(WaitUntil([&] {
+        const auto now = read();
+        if (now != shown) since = GetTickCount64();
+        shown = now;
+        return GetTickCount64() - since >= 2000;
+    }));
+    EXPECT_LT(shown, 62);
 }
 
 TEST_F(ListDialogTest, RowMenuActsOnEveryRow) {
