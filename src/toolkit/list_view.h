@@ -72,8 +72,9 @@ public:
     // Clicks; the row may be -1. Client coordinates.
     virtual void OnRowClick(std::int32_t row, std::int32_t column, const POINT& point);
     // A press of the left button that is none on a check box nor the second of two
-    // fast ones, before the control sees it; `row` and `point` (client coordinates) are those of
-    // the pointer. Setting `*handled` keeps the press from the control. Base: clears it.
+    // fast ones, before the control sees it; `row` and `point` (client coordinates) are
+    // those of the pointer. Setting `*handled` keeps the press from the control. Base:
+    // clears it.
     virtual void OnLeftDown(std::int32_t row, const POINT& point, std::uint32_t* handled);
     virtual void OnRowDoubleClick(std::int32_t row, std::int32_t column, const POINT& point);
     virtual void OnRowRightClick(std::int32_t row, std::int32_t column, const POINT& point);

@@ -16,6 +16,7 @@
 #include "tests/support/decoder_folder.h"
 #include "tests/support/eventually.h"
 #include "tests/support/import_stub.h"
+#include "tests/support/registry_number.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scratch_registry.h"
 #include "tests/ui/pixels.h"
@@ -263,13 +264,7 @@ private:
 };
 
 std::optional<DWORD> Number(const wchar_t* name) {
-    DWORD value = 0;
-    DWORD size = sizeof value;
-    if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_REG_DWORD, nullptr, &value,
-                     &size) != ERROR_SUCCESS) {
-        return std::nullopt;
-    }
-    return value;
+    return RegistryNumber(settingsKey, name);
 }
 
 int ColumnsOf(HWND form) {

@@ -46,6 +46,15 @@ void ListDialogTest::Untick(const RemoteList& list, const std::wstring& name) {
     ASSERT_TRUE(WaitUntil([&] { return !list.IsTicked(row); }));
 }
 
+void ListDialogTest::UntickSelectedFolder(RunningProgram& program) {
+    const RemoteTree tree = program.Tree();
+    const RemoteItem folder = tree.Selected();
+    for (const int state : {5, 1}) {
+        ClickSettled(tree.PicturePoint(folder));
+        ASSERT_TRUE(WaitUntil([&] { return tree.State(folder) == state; }));
+    }
+}
+
 void ListDialogTest::ClickControl(HWND dialog, int id) {
     ClickSettled(ScreenMiddle(GetDlgItem(dialog, id)));
 }

@@ -23,6 +23,8 @@ protected:
     static RemoteList ListOf(HWND dialog) { return RemoteList(GetDlgItem(dialog, 1002)); }
     static bool Goes(HWND dialog);
     static void Untick(const RemoteList& list, const std::wstring& name);
+    // Steps the folder that the program was started with on to no tick.
+    static void UntickSelectedFolder(RunningProgram& program);
     static void ClickControl(HWND dialog, int id);
     // Of the maximised dialog.
     static void ClickCloseBox(HWND dialog);

@@ -47,12 +47,7 @@ TEST_F(ListDialogTest, UntickedFileIsLeftOutBehindOk) {
 
 TEST_F(ListDialogTest, FileTickedByHandIsLeftOutToo) {
     RunningProgram& program = stage.Start(stage.Music());
-    const RemoteTree tree = program.Tree();
-    const RemoteItem music = tree.Selected();
-    for (const int state : {5, 1}) {
-        ClickSettled(tree.PicturePoint(music));
-        ASSERT_TRUE(WaitUntil([&] { return tree.State(music) == state; }));
-    }
+    ASSERT_NO_FATAL_FAILURE(UntickSelectedFolder(program));
     for (const int row : {0, 1}) {
         ClickSettled(program.List().TickPoint(row));
         ASSERT_TRUE(WaitUntil([&] { return program.List().IsTicked(row); }));
@@ -89,12 +84,7 @@ TEST_F(ListDialogTest, NothingSelectedLeavesTheReaderStopped) {
     for (int number = 0; number < 60; ++number)
         stage.AddFile(L"song" + std::to_wstring(number) + L".abc");
     RunningProgram& program = stage.Start(stage.Music());
-    const RemoteTree tree = program.Tree();
-    const RemoteItem music = tree.Selected();
-    for (const int state : {5, 1}) {
-        ClickSettled(tree.PicturePoint(music));
-        ASSERT_TRUE(WaitUntil([&] { return tree.State(music) == state; }));
-    }
+    ASSERT_NO_FATAL_FAILURE(UntickSelectedFolder(program));
     const auto read = [&program] {
         const std::vector<std::wstring> artists = program.List().Column(L"Artist");
         return std::count(artists.begin(), artists.end(), L"Somebody");

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "tests/support/converter_side.h"
+#include "tests/support/registry_number.h"
 #include "tests/ui/pointer.h"
 
 namespace fs = std::filesystem;
@@ -263,13 +264,7 @@ RunningProgram& ProgramStage::StartUnquoted() {
 }
 
 std::optional<DWORD> ProgramStage::Number(const wchar_t* name) const {
-    DWORD value = 0;
-    DWORD size = sizeof value;
-    if (RegGetValueW(HKEY_CURRENT_USER, settingsKey, name, RRF_RT_REG_DWORD, nullptr, &value,
-                     &size) != ERROR_SUCCESS) {
-        return std::nullopt;
-    }
-    return value;
+    return RegistryNumber(settingsKey, name);
 }
 
 std::optional<std::wstring> ProgramStage::Text(const wchar_t* name) const {
