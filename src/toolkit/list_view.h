@@ -136,6 +136,10 @@ public:
     // the list's small images; -1 shows none.
     std::int32_t InsertRow(std::int32_t row, std::int32_t column, std::int32_t image,
                            std::int64_t data);
+    // The same for column 0 with its text, at `row`, which is not -1: one message for
+    // what `InsertRow` and `SetCell` need three for.
+    std::int32_t InsertRowWithText(const clString& text, std::int32_t row, std::int32_t image,
+                                   std::int64_t data);
     void SetCell(const clString& text, std::int32_t row, std::int32_t column);
     // The first 998 characters; empty if there is no such cell.
     clString CellText(std::int32_t row, std::int32_t column) const;
@@ -166,9 +170,25 @@ public:
     // Redraws the whole list.
     void EndBatch();
 
+    // While it lives nothing is redrawn, then the whole list is; changes of rows are
+    // told, and no row or column may come or go. For states of many rows, each of
+    // which the control would look up on the screen. Neither within nor around
+    // another one, a batch, a sort or a CellWriter.
+    class RedrawPause {
+    public:
+        explicit RedrawPause(XListView& list);
+        RedrawPause(const RedrawPause&) = delete;
+        RedrawPause& operator=(const RedrawPause&) = delete;
+        ~RedrawPause();
+
+    private:
+        XListView& view;
+    };
+
     // Writes many cells. The control would work out for each one what of the
     // window it lies in; here each row that is in view is marked once, at the end.
-    // No batch: nothing else is redrawn, and changes of rows are told.
+    // No batch: nothing else is redrawn, and changes of rows are told. No row or
+    // column may come or go meanwhile.
     class CellWriter {
     public:
         explicit CellWriter(XListView& list) : view(list) {}
@@ -251,6 +271,12 @@ private:
     void RunListKey(std::uint32_t virtualKey);
     void EditByKey();
     void SelectAllByKey();
+
+    // Turns redraw on where neither rows nor columns have come or gone since it was
+    // turned off. What is to be painted stays what it was; the window may lose
+    // WS_VISIBLE for a moment.
+    void RedrawInPlace();
+    void LeaveBatch();
 
     void RemoveFirstColumn();
     Answer KeepMinimumWidth(const NMHEADERW& change);

@@ -1,3 +1,5 @@
+#include <optional>
+
 #include "toolkit/list_rules.h"
 #include "toolkit/list_view.h"
 
@@ -27,6 +29,8 @@ bool XListView::ClickCheckBox() {
         rows.Clear();
         rows.Add(clicked);
     }
+    std::optional<RedrawPause> pause;
+    if (rows.Count() > 1) pause.emplace(*this);
     const std::uint32_t state = ToggledCheckState(RowState(clicked, LVIS_STATEIMAGEMASK));
     for (std::int64_t i = 0; i < rows.Count(); ++i)
         SetRowState(static_cast<std::int32_t>(rows.Get(i)), state, LVIS_STATEIMAGEMASK);

@@ -19,6 +19,7 @@ std::int32_t XListView::RowCount() const {
 
 std::int32_t XListView::InsertRow(std::int32_t row, std::int32_t column, std::int32_t image,
                                   std::int64_t data) {
+    if (column == 0) return InsertRowWithText({}, row == -1 ? RowCount() : row, image, data);
     wchar_t empty[] = L"";
     LVITEMW item = {};
     item.mask = LVIF_TEXT;
@@ -28,16 +29,20 @@ std::int32_t XListView::InsertRow(std::int32_t row, std::int32_t column, std::in
         item.mask |= LVIF_IMAGE;
         item.iImage = image;
     }
-    if (column != 0) {
-        item.iItem = row == -1 ? RowCount() - 1 : row;
-        Ask(LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
-        return item.iItem;
-    }
-    item.iItem = row == -1 ? RowCount() : row;
-    item.mask |= LVIF_PARAM | LVIF_IMAGE;
+    item.iItem = row == -1 ? RowCount() - 1 : row;
+    Ask(LVM_SETITEMW, 0, reinterpret_cast<LPARAM>(&item));
+    return item.iItem;
+}
+
+std::int32_t XListView::InsertRowWithText(const clString& text, std::int32_t row,
+                                          std::int32_t image, std::int64_t data) {
+    LVITEMW item = {};
+    item.mask = LVIF_TEXT | LVIF_PARAM | LVIF_IMAGE;
+    item.pszText = Writable(text);
+    item.iItem = row;
     item.lParam = data;
     // An image that is left out would be the first of the list's.
-    if (image == -1) item.iImage = I_IMAGENONE;
+    item.iImage = image == -1 ? I_IMAGENONE : image;
     return static_cast<std::int32_t>(Ask(LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
 }
 
@@ -125,28 +130,73 @@ std::int32_t XListView::RowUnderPointer() const {
     return HitTest(PointerInList()).iItem;
 }
 
+XListView::RedrawPause::RedrawPause(XListView& list) : view(list) {
+    view.Ask(WM_SETREDRAW, FALSE);
+}
+
+XListView::RedrawPause::~RedrawPause() {
+    view.RedrawInPlace();
+    // For no window the platform would redraw the whole screen.
+    if (view.listWindow != nullptr) InvalidateRect(view.listWindow, nullptr, FALSE);
+}
+
 void XListView::CellWriter::SetCell(const clString& text, std::int32_t row, std::int32_t column) {
     if (rows.empty()) view.Ask(WM_SETREDRAW, FALSE);
     if (rows.empty() || rows.back() != row) rows.push_back(row);
     view.SetCell(text, row, column);
 }
 
-// Where redraw comes back some versions of the control mark what has changed, and
-// others all of it, which would flicker. So what was marked before is put back, and
-// the written rows are added.
 XListView::CellWriter::~CellWriter() {
     if (rows.empty() || view.listWindow == nullptr) return;
-    const clRegionHandle marked(CreateRectRgn(0, 0, 0, 0));
-    GetUpdateRgn(view.listWindow, marked.Get(), FALSE);
-    view.Ask(WM_SETREDRAW, TRUE);
-    ValidateRect(view.listWindow, nullptr);
-    InvalidateRgn(view.listWindow, marked.Get(), TRUE);
+    view.RedrawInPlace();
     const auto first = static_cast<std::int32_t>(view.Ask(LVM_GETTOPINDEX));
     // The last one may be in view by a part.
     const auto last = first + static_cast<std::int32_t>(view.Ask(LVM_GETCOUNTPERPAGE));
     for (const std::int32_t row : rows) {
         if (row >= first && row <= last) view.Ask(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
     }
+}
+
+namespace {
+
+// What of a window is to be painted, to be put back.
+class clMarks {
+public:
+    explicit clMarks(HWND marked) : window(marked), region(CreateRectRgn(0, 0, 0, 0)) {
+        GetUpdateRgn(window, region.Get(), FALSE);
+    }
+    void PutBack() const {
+        // For no window the platform would redraw the whole screen.
+        if (window == nullptr) return;
+        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOCHILDREN);
+        RedrawWindow(window, nullptr, region.Get(), RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN);
+    }
+
+private:
+    HWND window;
+    clRegionHandle region;
+};
+
+}  // namespace
+
+// Where redraw comes back some versions of the control mark what has changed, others
+// all of it, which would flicker. And some draw their scroll bars anew, two or three
+// times over, which takes as long as to write a thousand cells: in a window that is
+// not visible for that moment they draw nothing. To become invisible takes the marks
+// back, in children too. An editor is a child that comes and goes: beside one, and in
+// a list that is hidden anyway, the bars are drawn.
+void XListView::RedrawInPlace() {
+    const clMarks marks(listWindow);
+    const clMarks headerMarks(Header());
+    const bool isVisible = (GetWindowLongPtrW(listWindow, GWL_STYLE) & WS_VISIBLE) != 0;
+    const HWND child = GetWindow(listWindow, GW_CHILD);
+    const bool hasEditor = child != nullptr && GetWindow(child, GW_HWNDNEXT) != nullptr;
+    const bool drawsBars = !isVisible || hasEditor;
+    if (!drawsBars) DefWindowProcW(listWindow, WM_SETREDRAW, FALSE, 0);
+    Ask(WM_SETREDRAW, TRUE);
+    if (!drawsBars) DefWindowProcW(listWindow, WM_SETREDRAW, TRUE, 0);
+    marks.PutBack();
+    headerMarks.PutBack();
 }
 
 void XListView::BeginBatch() {
@@ -156,6 +206,10 @@ void XListView::BeginBatch() {
 
 void XListView::EndBatch() {
     Ask(WM_SETREDRAW, TRUE);
+    LeaveBatch();
+}
+
+void XListView::LeaveBatch() {
     batching = false;
     // For no window the platform would redraw the whole screen.
     if (listWindow != nullptr) InvalidateRect(listWindow, nullptr, TRUE);

@@ -34,6 +34,8 @@ bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context) {
 bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::int64_t>& rowData) {
     // Without it every cell that the comparator reads would enter the kernel.
     const clMutexLock lock(SubclassMutex);
+    // Of a batch around this one rows may be new.
+    const bool rowsStay = !batching;
     BeginBatch();
     const std::vector<std::int32_t> ranks =
         StableRanks(static_cast<std::int32_t>(rowData.size()), compare, context);
@@ -45,6 +47,11 @@ bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::
         for (std::size_t row = 0; row < before.size(); ++row)
             rowData[static_cast<std::size_t>(ranks[row])] = before[row];
     }
-    EndBatch();
+    if (rowsStay) {
+        RedrawInPlace();
+        LeaveBatch();
+    } else {
+        EndBatch();
+    }
     return byParameter.AllDiffer();
 }

@@ -10,6 +10,7 @@
 #include "tests/support/text.h"
 #include "tests/toolkit/list_form.h"
 #include "tests/ui/pointer.h"
+#include "tests/ui/pump.h"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -166,6 +167,21 @@ TEST(ListRows, HaveAnImageOnlyIfGivenOne) {
     EXPECT_EQ(ImageOf(form, 2), 0);
 }
 
+TEST(ListRows, ARowComesWithTheTextOfItsFirstCell) {
+    const clImageList images;
+    ListForm form(LVS_SHAREIMAGELISTS);
+    form.Ask(LVM_SETIMAGELIST, LVSIL_SMALL, reinterpret_cast<LPARAM>(images.handle));
+    EXPECT_EQ(form.list.InsertRowWithText(L"a", 0, 1, 10), 0);
+    EXPECT_EQ(form.list.InsertRowWithText(L"c", 1, -1, 30), 1);
+    EXPECT_EQ(form.list.InsertRowWithText(L"b", 1, 0, 20), 1);
+    EXPECT_THAT(Data(form), ElementsAre(10, 20, 30));
+    EXPECT_EQ(Utf8(form.list.CellText(1, 0)), "b");
+    EXPECT_EQ(Utf8(form.list.CellText(1, 1)), "");
+    EXPECT_EQ(ImageOf(form, 0), 1);
+    EXPECT_EQ(ImageOf(form, 1), 0);
+    EXPECT_EQ(ImageOf(form, 2), I_IMAGENONE);
+}
+
 TEST(ListCells, KeepTheirTextAndAreReadUpToTheBuffer) {
     ListForm form;
     form.Fill(1);
@@ -231,10 +247,19 @@ TEST(ListSelection, RowUnderThePointerIsFoundInEveryColumn) {
     EXPECT_EQ(form.list.RowUnderPointer(), -1);
 }
 
+int CALLBACK CompareNumbers(LPARAM first, LPARAM second, LPARAM context) {
+    const auto& numbers = *reinterpret_cast<const std::vector<int>*>(context);
+    return numbers[static_cast<std::size_t>(first)] - numbers[static_cast<std::size_t>(second)];
+}
+
 // A list that the form has not set yet, or whose control is gone.
 TEST(ListWithoutAControl, AnswersNothing) {
     ListForm form;
     form.Fill(2);
+    // A window beside it, of which nothing is to be painted then either.
+    ListForm other;
+    PumpMessages();
+    ValidateRect(other.Control(), nullptr);
     ProbeList never;
     for (XListView* list : {static_cast<XListView*>(&never), static_cast<XListView*>(&form.list)}) {
         if (list == &form.list) form.form.DestroyWnd();
@@ -250,7 +275,11 @@ TEST(ListWithoutAControl, AnswersNothing) {
         EXPECT_EQ(list->RowUnderPointer(), -1);
         list->SelectRow(0, true);
         list->EndBatch();
+        { const XListView::RedrawPause pause(*list); }
+        XListView::CellWriter(*list).SetCell(L"lost", 0, 0);
+        EXPECT_TRUE(list->SortRows(&CompareNumbers, 0));
     }
+    EXPECT_FALSE(GetUpdateRect(other.Control(), nullptr, FALSE));
     std::uint32_t handled = 77;
     EXPECT_EQ(never.Route(nullptr, WM_DRAWITEM, 0, 0, &handled), 0);
     EXPECT_EQ(handled, 0u);
@@ -290,11 +319,6 @@ TEST(ListHeaderImages, StandOnTheInnerSideAndAreDrawnByTheHeader) {
         EXPECT_NE(item.fmt & HDF_IMAGE, 0) << column;
         EXPECT_EQ(item.fmt & HDF_JUSTIFYMASK, rightAligned ? HDF_RIGHT : HDF_LEFT) << column;
     }
-}
-
-int CALLBACK CompareNumbers(LPARAM first, LPARAM second, LPARAM context) {
-    const auto& numbers = *reinterpret_cast<const std::vector<int>*>(context);
-    return numbers[static_cast<std::size_t>(first)] - numbers[static_cast<std::size_t>(second)];
 }
 
 TEST(ListSort, OrdersRowsByWhatTheComparatorSaysOfTheDisplayedOnes) {
@@ -370,54 +394,6 @@ TEST(ListSort, LeavesRowsThatShareTheirDataAlone) {
     const std::vector<int> numbers = {3, 2, 1};
     EXPECT_FALSE(form.list.SortRows(&CompareNumbers, reinterpret_cast<LPARAM>(&numbers)));
     EXPECT_THAT(Data(form), ElementsAre(4, 3, 4));
-}
-
-RECT BoundsOf(const ListForm& form, std::int32_t row) {
-    RECT bounds = {};
-    bounds.left = LVIR_BOUNDS;
-    form.Ask(LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
-    return bounds;
-}
-
-// Top and bottom of what is to be painted.
-std::pair<LONG, LONG> Marked(const ListForm& form) {
-    RECT marked = {};
-    GetUpdateRect(form.Control(), &marked, FALSE);
-    return {marked.top, marked.bottom};
-}
-
-TEST(ListCellWriter, MarksTheWrittenRowsInViewAlone) {
-    ListForm form;
-    form.Fill(300);
-    ValidateRect(form.Control(), nullptr);
-    {
-        XListView::CellWriter cells(form.list);
-        cells.SetCell(L"seen", 1, 1);
-        cells.SetCell(L"seen too", 1, 2);
-        cells.SetCell(L"unseen", 250, 1);
-    }
-    EXPECT_EQ(Utf8(form.list.CellText(1, 1)), "seen");
-    EXPECT_EQ(Utf8(form.list.CellText(1, 2)), "seen too");
-    EXPECT_EQ(Utf8(form.list.CellText(250, 1)), "unseen");
-    EXPECT_EQ(Marked(form), std::pair(BoundsOf(form, 1).top, BoundsOf(form, 1).bottom));
-}
-
-TEST(ListCellWriter, KeepsWhatWasMarkedBefore) {
-    ListForm form;
-    form.Fill(300);
-    ValidateRect(form.Control(), nullptr);
-    const RECT before = BoundsOf(form, 0);
-    InvalidateRect(form.Control(), &before, TRUE);
-    { XListView::CellWriter(form.list).SetCell(L"seen", 2, 1); }
-    EXPECT_EQ(Marked(form), std::pair(before.top, BoundsOf(form, 2).bottom));
-}
-
-TEST(ListCellWriter, WithoutACellMarksNothing) {
-    ListForm form;
-    form.Fill(3);
-    ValidateRect(form.Control(), nullptr);
-    { const XListView::CellWriter cells(form.list); }
-    EXPECT_FALSE(GetUpdateRect(form.Control(), nullptr, FALSE));
 }
 
 }  // namespace
