@@ -150,6 +150,7 @@ void frmList::TickRows(int command) {
     // kernel. A reader that works waits meanwhile.
     const clMutexLock lock(SubclassMutex);
     const clMutexLock rowsLock(MetaDataMutex);
+    const XListView::RedrawPause pause(_ListFiles);
     for (std::int32_t row = 0; row < fileList.Count(); ++row) {
         const bool ticked =
             command == ID_INVERT_SELECTION ? !fileList.IsTicked(row) : command == ID_CHECK_ALL;

@@ -78,18 +78,21 @@ void clFileList::ExpectRows(std::int64_t count) {
     SendMessageW(view.ListWindow(), LVM_SETITEMCOUNT, total, LVSICF_NOINVALIDATEALL);
 }
 
-// Each cell is written once, with the text that it begins with, and the control is
-// not asked where its end is: of the time of a long list nearly all goes into the
-// control's messages.
+// Each cell that begins with a text is written once, and the control is not asked
+// where its end is: of the time of a long list nearly all goes into the control's
+// messages. A cell that was never written is empty.
 std::int32_t clFileList::AddRow(FileRow&& record, const clStringList& titles, FirstTextOf textOf) {
     const FileRow& row = rows.Add(std::move(record));
     const std::int64_t param = rows.Count() - 1;
     const auto end = static_cast<std::int32_t>(paramsInOrder.size());
-    const std::int32_t displayRow = view.InsertRow(end, 0, PictureOf(row.path), param);
+    const clString first = titles.Count() > 0 ? textOf(row, *titles.At(0)) : clString();
+    const std::int32_t displayRow = view.InsertRowWithText(first, end, PictureOf(row.path), param);
     if (displayRow < 0) return displayRow;
     paramsInOrder.push_back(param);
-    for (std::int32_t column = 0; column < titles.Count(); ++column)
-        view.SetCell(textOf(row, *titles.At(column)), displayRow, column);
+    for (std::int32_t column = 1; column < titles.Count(); ++column) {
+        const clString text = textOf(row, *titles.At(column));
+        if (!text.IsEmpty()) view.SetCell(text, displayRow, column);
+    }
     return displayRow;
 }
 

@@ -149,6 +149,7 @@ private:
     void FillRowCells(std::int32_t displayRow, const clStringList& titles);
     void ListSelectedFolder();
     void PumpMetaData();
+    void TickRows(RowCommand command);
     void ShowRowMenu();
 
     // The buttons.

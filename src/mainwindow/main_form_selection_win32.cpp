@@ -210,16 +210,21 @@ void frmMain::_ListFilesView::OnDrawRow(const DRAWITEMSTRUCT& item) {
     owner.fileList.DrawRow(item);
 }
 
+void frmMain::TickRows(RowCommand command) {
+    const XListView::RedrawPause pause(_ListFiles);
+    selection.RunRowCommand(command);
+}
+
 void frmMain::ShowRowMenu() {
     switch (AskRowMenu(_RowMenu, XWindow::Window())) {
         case ID_CHECK_ALL:
-            selection.RunRowCommand(RowCommand::CheckAll);
+            TickRows(RowCommand::CheckAll);
             break;
         case ID_UNCHECK_ALL:
-            selection.RunRowCommand(RowCommand::UncheckAll);
+            TickRows(RowCommand::UncheckAll);
             break;
         case ID_INVERT_SELECTION:
-            selection.RunRowCommand(RowCommand::InvertSelection);
+            TickRows(RowCommand::InvertSelection);
             break;
         default:
             selection.UpdateSelectedAncestors();
