@@ -160,6 +160,32 @@ TEST_F(PumpedList, IsCompleteWithItsLastFileAndNotBefore) {
     EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Idle);
 }
 
+// A listing whose columns need no decoder asks for no reading: what was left of the
+// reading before it goes when the next one asks, and writes to no row that is not its.
+TEST_F(PumpedList, AQueueThatIsNotFilledAnewLeavesTheNextRowsAlone) {
+    const clKernelHandle gate(CreateEventW(nullptr, TRUE, FALSE, gateName));
+    decoders.SetScript("one",
+                       "type=.abc|Some sound\ntag=Artist|Somebody\n[b.abc]\n"
+                       "wait=tonequarry-test-gate\n");
+    form.files.RefillMetaDataQueue();
+    ASSERT_TRUE(Eventually([&] {
+        return std::ranges::any_of(decoders.Log("one"), [](const std::string& line) {
+            return line.starts_with("open") && line.find("b.abc") != std::string::npos;
+        });
+    }));
+    SetEvent(gate.Get());
+    form.files.Clear();
+    for (const wchar_t* path : {L"C:\\x.abc", L"C:\\y.abc"})
+        form.AddRow(path, {L"name"});
+    while (form.files.PumpMetaData(&TagCellText) == Result::More) {
+    }
+    EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Idle);
+    EXPECT_THAT(Artists(), testing::ElementsAre("", ""));
+    Read();
+    EXPECT_EQ(form.files.PumpMetaData(&TagCellText), Result::Complete);
+    EXPECT_THAT(Artists(), testing::Each("Somebody"));
+}
+
 // The list is sorted when it is complete, and not while it fills.
 TEST_F(PumpedList, TheFormIsToldToSortOnceTheListIsComplete) {
     const auto posted = [&](Result result) {

@@ -1,6 +1,11 @@
 // What decoders tell arrives in the list, and never keeps the window waiting.
 #include <gmock/gmock.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/program_stage.h"
 #include "tests/ui/keys.h"
@@ -54,6 +59,26 @@ TEST_F(ReadingTest, ListIsCompleteBeforeTheDecoderIsThrough) {
     EXPECT_EQ(list.Cell(0, 0), L"a.abc");
     EXPECT_EQ(list.Cell(0, list.ColumnTitled(L"Artist")), L"");
     EXPECT_TRUE(CellBecomes(list, 0, L"Artist", L"Somebody"));
+}
+
+TEST_F(ReadingTest, ColumnsOfTheFolderAloneNeedNoDecoder) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\ntag=Artist|Somebody\n");
+    stage.AddFile(L"a.abc", 10);
+    const auto opened = [this] {
+        std::ifstream log(std::filesystem::path(stage.ProgramFolder()) / L"decoder" / L"one.log");
+        const std::string lines{std::istreambuf_iterator<char>(log), {}};
+        return lines.find("a.abc") != std::string::npos;
+    };
+    for (const bool alone : {true, false}) {
+        stage.SetText(L"zKR-FileSelector-Cols",
+                      alone ? L"Name\rSize\rType\rDate Modified\rDate Created\rDate Accessed"
+                            : L"Name\rSize\rArtist");
+        const RemoteList list = stage.Start(stage.Music()).List();
+        EXPECT_EQ(list.Cell(0, 0), L"a.abc");
+        EXPECT_EQ(WaitUntil(opened, alone ? 700 : 5000), !alone);
+        EXPECT_EQ(stage.Close(), 0u);
+        EXPECT_EQ(opened(), !alone);
+    }
 }
 
 TEST_F(ReadingTest, ClosesWhileADecoderSleeps) {
