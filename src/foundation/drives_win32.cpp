@@ -12,13 +12,14 @@ static_assert(drive_type::ramDisk == DRIVE_RAMDISK);
 
 namespace {
 
+// Not QuietDrives, which leaves 0 behind: asked in between, the mode stays the caller's.
 // A drive without a medium then fails instead of bringing up a system box.
-class QuietDrives {
+class QuietQuestion {
 public:
-    QuietDrives() : before(SetErrorMode(SEM_FAILCRITICALERRORS)) {}
-    QuietDrives(const QuietDrives&) = delete;
-    QuietDrives& operator=(const QuietDrives&) = delete;
-    ~QuietDrives() { SetErrorMode(before); }
+    QuietQuestion() : before(SetErrorMode(SEM_FAILCRITICALERRORS)) {}
+    QuietQuestion(const QuietQuestion&) = delete;
+    QuietQuestion& operator=(const QuietQuestion&) = delete;
+    ~QuietQuestion() { SetErrorMode(before); }
 
 private:
     UINT before;
@@ -48,7 +49,7 @@ clString VolumeLabel(const clString& path) {
     if (IsLabelOffLimits(path, DriveType(path))) return L"";
     const clString root = WithBackslash(path);
     wchar_t label[260] = {};
-    const QuietDrives quiet;
+    const QuietQuestion quiet;
     const BOOL found =
         GetVolumeInformationW(root.Chars(), label, 260, nullptr, nullptr, nullptr, nullptr, 0);
     return found ? clString(label) : clString();
