@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "tests/toolkit/menu_item.h"
 #include "tests/toolkit/menu_looks.h"
 #include "tests/ui/host_form.h"
 #include "tests/ui/menu_driver.h"
@@ -114,13 +115,7 @@ TEST_F(ShownMenu, AnItemThatOpensASubmenuNeedsNoId) {
     const HMENU top = CreateMenu();
     const HMENU rows = CreatePopupMenu();
     AppendMenuW(top, MF_POPUP, reinterpret_cast<UINT_PTR>(rows), L"Rows");
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_STRING | MIIM_SUBMENU | MIIM_ID;
-    wchar_t text[] = L"Much more of the same";
-    info.dwTypeData = text;
-    info.hSubMenu = CreatePopupMenu();
-    ASSERT_TRUE(InsertMenuItemW(rows, 0, TRUE, &info));
+    AppendWithoutId(rows, L"Much more of the same", CreatePopupMenu());
     menu.Attach(top, true);
     menu.Prepare();
     Track({[this](HWND) {

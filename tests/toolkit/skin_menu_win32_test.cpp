@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tests/support/text.h"
+#include "tests/toolkit/menu_item.h"
 #include "tests/ui/icons.h"
 
 namespace {
@@ -25,17 +26,6 @@ UINT IdAt(HMENU menu, int position) {
     info.fMask = MIIM_ID;
     EXPECT_TRUE(GetMenuItemInfoW(menu, static_cast<UINT>(position), TRUE, &info));
     return info.wID;
-}
-
-// As an extended menu resource may have it; AppendMenuW gives an id of its own.
-void AppendWithoutId(HMENU menu, const wchar_t* text, HMENU submenu) {
-    std::wstring copy = text;
-    MENUITEMINFOW info = {};
-    info.cbSize = sizeof(info);
-    info.fMask = MIIM_STRING | MIIM_SUBMENU | MIIM_ID;
-    info.dwTypeData = copy.data();
-    info.hSubMenu = submenu;
-    EXPECT_TRUE(InsertMenuItemW(menu, static_cast<UINT>(GetMenuItemCount(menu)), TRUE, &info));
 }
 
 clMenuItem Named(const wchar_t* text, std::int32_t id = 0) {

@@ -1,5 +1,6 @@
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 #include "toolkit/skin_menu.h"
 #include "tools/gallery/page.h"
 
@@ -67,8 +68,7 @@ void MenuPage::Fill() {
     if (!program.LoadMenuAndPrepare()) return;
     CheckMenuItem(program.Menu(), ID_CHECK_ALL, MF_CHECKED);
     EnableMenuItem(program.Menu(), ID_INVERT_SELECTION, MF_GRAYED);
-    const clIconHandle icon(static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_TICKED), IMAGE_ICON, 16, 16, 0)));
+    const clIconHandle icon = LoadIconResource(IDI_TICKED);
     program.SetItemIcon(ID_CHECK_ALL, icon.Get());
     program.SetItemIcon(ID_INVERT_SELECTION, icon.Get());
 }
@@ -78,8 +78,7 @@ void MenuPage::PrepareMenu(XSkinMenu& menu, std::int32_t imageSize) {
     menu.imageHeight = 16;
     menu.Attach(MakeMenu(), true);
     menu.Prepare();
-    const clIconHandle icon(static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON, 16, 16, 0)));
+    const clIconHandle icon = LoadIconResource(IDI_PROGRAM);
     if (imageSize != 0) menu.SetItemIcon(pictureItem, icon.Get());
 }
 

@@ -3,6 +3,7 @@
 #include "resources/ids.h"
 #include "toolkit/draw.h"
 #include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 #include "tools/gallery/page.h"
 #include "tools/gallery/picture.h"
 
@@ -123,8 +124,7 @@ void TextPage::AddPictures() {
         }
     });
     AddCell(L"icons: own, external", [](clText& list) {
-        static const clIconHandle own(static_cast<HICON>(LoadImageW(
-            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(IDI_PROGRAM), IMAGE_ICON, 32, 32, 0)));
+        static const clIconHandle own = LoadIconResource(IDI_PROGRAM, 32);
         static HICON const external = LoadIconW(nullptr, IDI_INFORMATION);
         list.AddIcon({own.Get(), {30, anchor::centred}});
         clTextIcon record;

@@ -2,6 +2,7 @@
 
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 #include "toolkit/tool_tip.h"
 #include "tools/gallery/page.h"
 
@@ -11,11 +12,6 @@ namespace {
 constexpr std::int32_t firstRow = 110;
 constexpr std::int32_t secondRow = 240;
 constexpr std::uint32_t fadingMs = 6000;
-
-clIconHandle LoadSmallIcon(int id) {
-    return clIconHandle(static_cast<HICON>(
-        LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, 0)));
-}
 
 class TipPage : public GalleryPage {
 public:
@@ -107,9 +103,9 @@ void TipPage::ShowRegions(std::size_t index, std::int32_t x, std::int32_t y, std
     auto icon = std::make_unique<clRegion>();
     icon->x = 200;
     icon->y = 26;
-    icon->normalIcon = LoadSmallIcon(IDI_STATE_NONE).Release();
-    icon->hotIcon = LoadSmallIcon(IDI_STATE_FOLDER_ONLY).Release();
-    icon->pressedIcon = LoadSmallIcon(IDI_STATE_RECURSIVE).Release();
+    icon->normalIcon = LoadIconResource(IDI_STATE_NONE).Release();
+    icon->hotIcon = LoadIconResource(IDI_STATE_FOLDER_ONLY).Release();
+    icon->pressedIcon = LoadIconResource(IDI_STATE_RECURSIVE).Release();
     icon->callback = [](std::int64_t) { MessageBeep(0); };
     regions.Add(std::move(icon));
     XToolTipDescription description;
@@ -123,7 +119,7 @@ void TipPage::ShowRegions(std::size_t index, std::int32_t x, std::int32_t y, std
 
 void TipPage::Enter() {
     GalleryPage::Enter();
-    const clIconHandle icon = LoadSmallIcon(IDI_PROGRAM);
+    const clIconHandle icon = LoadIconResource(IDI_PROGRAM);
     ShowPlain(0, 16, firstRow, L"Convert Selected Files", nullptr, tip_timing::forEver);
     ShowPlain(1, 180, firstRow, L"With an icon", icon.Get(), tip_timing::forEver);
     ShowPlain(2, 360, firstRow, L"Two lines\rbeside an icon", icon.Get(), tip_timing::forEver);

@@ -5,6 +5,7 @@
 #include "foundation/folders.h"
 #include "resources/ids.h"
 #include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 #include "toolkit/tree_view.h"
 #include "tools/gallery/page.h"
 
@@ -29,8 +30,7 @@ constexpr StateName states[] = {
 HIMAGELIST MakeStateImages() {
     HIMAGELIST const images = ImageList_Create(stateSize, stateSize, ILC_COLOR24 | ILC_MASK, 0, 8);
     const auto add = [images](int id) {
-        const clIconHandle icon(static_cast<HICON>(LoadImageW(
-            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, stateSize, stateSize, 0)));
+        const clIconHandle icon = LoadIconResource(id, stateSize);
         ImageList_ReplaceIcon(images, -1, icon.Get());
     };
     add(IDI_STATE_NONE);  // number 0 is never shown

@@ -1,14 +1,9 @@
 #include "tools/gallery/value_rows.h"
 
 #include "resources/ids.h"
-#include "toolkit/gdi_handle.h"
+#include "toolkit/icon_resource.h"
 
 namespace {
-
-clIconHandle LoadSmallIcon(int id) {
-    return clIconHandle(static_cast<HICON>(LoadImageW(
-        GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id), IMAGE_ICON, 16, 16, LR_DEFAULTCOLOR)));
-}
 
 void AddTexts(XValueList& list) {
     list.AddRow(ValueRow(ValueKind::Heading, L"0 to 4: texts", L""));
@@ -18,7 +13,7 @@ void AddTexts(XValueList& list) {
     coloured.nameColour = 0x803000;
     coloured.valueColour = 0x008000;
     list.AddRow(coloured);
-    const clIconHandle icon = LoadSmallIcon(IDI_PROGRAM);
+    const clIconHandle icon = LoadIconResource(IDI_PROGRAM);
     clValueRowParams pictured = ValueRow(ValueKind::Text, L"0 with an icon", L"first line\rsecond");
     pictured.icon = icon.Get();
     pictured.iconX = 4;
@@ -90,9 +85,9 @@ clValueRowParams ValueRow(ValueKind kind, const wchar_t* name, const wchar_t* va
 }
 
 void SetValueIcons(XValueList& list) {
-    list.SetToggleIcons(LoadSmallIcon(IDI_TICKED).Get(), LoadSmallIcon(IDI_STATE_NONE).Get());
-    list.SetToggleIcon(ToggleIcon::RadioOn, LoadSmallIcon(IDI_STATE_RECURSIVE).Get());
-    list.SetToggleIcon(ToggleIcon::RadioOff, LoadSmallIcon(IDI_STATE_NONE).Get());
+    list.SetToggleIcons(LoadIconResource(IDI_TICKED).Get(), LoadIconResource(IDI_STATE_NONE).Get());
+    list.SetToggleIcon(ToggleIcon::RadioOn, LoadIconResource(IDI_STATE_RECURSIVE).Get());
+    list.SetToggleIcon(ToggleIcon::RadioOff, LoadIconResource(IDI_STATE_NONE).Get());
 }
 
 void AddEveryKind(XValueList& list) {
