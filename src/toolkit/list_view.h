@@ -7,11 +7,13 @@
 #include <commctrl.h>
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "foundation/arrays.h"
 #include "foundation/string.h"
 #include "toolkit/font.h"
+#include "toolkit/gdi_handle.h"
 #include "toolkit/sub_class_ctrl.h"
 
 // Check boxes that act on the whole selection, a least width per column, a key
@@ -170,6 +172,23 @@ public:
     // Redraws the whole list.
     void EndBatch();
 
+    // What of the list and its header is to be painted when it is made.
+    class Marks {
+    public:
+        explicit Marks(const XListView& list);
+        // Marks that, and nothing else.
+        void PutBack() const;
+
+    private:
+        struct Mark {
+            HWND window;
+            clRegionHandle region;
+        };
+
+        Mark ofList;
+        Mark ofHeader;
+    };
+
     // While it lives nothing is redrawn, then the whole list is; changes of rows are
     // told, and no row or column may come or go. For states of many rows, each of
     // which the control would look up on the screen. Neither within nor around
@@ -183,6 +202,7 @@ public:
 
     private:
         XListView& view;
+        Marks marks;
     };
 
     // Writes many cells. The control would work out for each one what of the
@@ -200,6 +220,7 @@ public:
 
     private:
         XListView& view;
+        std::optional<Marks> marks;      // from the first cell on
         std::vector<std::int32_t> rows;  // written ones; a row's cells come together
     };
 
@@ -273,9 +294,9 @@ private:
     void SelectAllByKey();
 
     // Turns redraw on where neither rows nor columns have come or gone since it was
-    // turned off. What is to be painted stays what it was; the window may lose
-    // WS_VISIBLE for a moment.
-    void RedrawInPlace();
+    // turned off, and `marks` was made before. What is to be painted is what was to be
+    // then; the window may lose WS_VISIBLE for a moment.
+    void RedrawInPlace(const Marks& marks);
     void LeaveBatch();
 
     void RemoveFirstColumn();

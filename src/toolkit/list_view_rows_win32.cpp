@@ -1,4 +1,3 @@
-#include "toolkit/gdi_handle.h"
 #include "toolkit/list_view.h"
 
 namespace {
@@ -9,6 +8,12 @@ constexpr std::uint32_t allMarks = LVIS_FOCUSED | LVIS_SELECTED | LVIS_CUT | LVI
 // The control takes text that it only reads as if it wrote it.
 wchar_t* Writable(const clString& text) {
     return const_cast<wchar_t*>(text.Chars());
+}
+
+clRegionHandle MarkedRegion(HWND window) {
+    clRegionHandle region(CreateRectRgn(0, 0, 0, 0));
+    GetUpdateRgn(window, region.Get(), FALSE);
+    return region;
 }
 
 }  // namespace
@@ -130,25 +135,28 @@ std::int32_t XListView::RowUnderPointer() const {
     return HitTest(PointerInList()).iItem;
 }
 
-XListView::RedrawPause::RedrawPause(XListView& list) : view(list) {
+XListView::RedrawPause::RedrawPause(XListView& list) : view(list), marks(list) {
     view.Ask(WM_SETREDRAW, FALSE);
 }
 
 XListView::RedrawPause::~RedrawPause() {
-    view.RedrawInPlace();
+    view.RedrawInPlace(marks);
     // For no window the platform would redraw the whole screen.
     if (view.listWindow != nullptr) InvalidateRect(view.listWindow, nullptr, FALSE);
 }
 
 void XListView::CellWriter::SetCell(const clString& text, std::int32_t row, std::int32_t column) {
-    if (rows.empty()) view.Ask(WM_SETREDRAW, FALSE);
+    if (!marks.has_value()) {
+        marks.emplace(view);
+        view.Ask(WM_SETREDRAW, FALSE);
+    }
     if (rows.empty() || rows.back() != row) rows.push_back(row);
     view.SetCell(text, row, column);
 }
 
 XListView::CellWriter::~CellWriter() {
-    if (rows.empty() || view.listWindow == nullptr) return;
-    view.RedrawInPlace();
+    if (!marks.has_value()) return;
+    view.RedrawInPlace(*marks);
     const auto first = static_cast<std::int32_t>(view.Ask(LVM_GETTOPINDEX));
     // The last one may be in view by a part.
     const auto last = first + static_cast<std::int32_t>(view.Ask(LVM_GETCOUNTPERPAGE));
@@ -157,27 +165,19 @@ XListView::CellWriter::~CellWriter() {
     }
 }
 
-namespace {
+XListView::Marks::Marks(const XListView& list)
+    : ofList{list.listWindow, MarkedRegion(list.listWindow)},
+      ofHeader{list.Header(), MarkedRegion(list.Header())} {}
 
-// What of a window is to be painted, to be put back.
-class clMarks {
-public:
-    explicit clMarks(HWND marked) : window(marked), region(CreateRectRgn(0, 0, 0, 0)) {
-        GetUpdateRgn(window, region.Get(), FALSE);
-    }
-    void PutBack() const {
+void XListView::Marks::PutBack() const {
+    for (const Mark* mark : {&ofList, &ofHeader}) {
         // For no window the platform would redraw the whole screen.
-        if (window == nullptr) return;
-        RedrawWindow(window, nullptr, nullptr, RDW_VALIDATE | RDW_NOCHILDREN);
-        RedrawWindow(window, nullptr, region.Get(), RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN);
+        if (mark->window == nullptr) continue;
+        RedrawWindow(mark->window, nullptr, nullptr, RDW_VALIDATE | RDW_NOCHILDREN);
+        RedrawWindow(mark->window, nullptr, mark->region.Get(),
+                     RDW_INVALIDATE | RDW_ERASE | RDW_NOCHILDREN);
     }
-
-private:
-    HWND window;
-    clRegionHandle region;
-};
-
-}  // namespace
+}
 
 // Where redraw comes back some versions of the control mark what has changed, others
 // all of it, which would flicker. And some draw their scroll bars anew, two or three
@@ -185,9 +185,7 @@ private:
 // not visible for that moment they draw nothing. To become invisible takes the marks
 // back, in children too. An editor is a child that comes and goes: beside one, and in
 // a list that is hidden anyway, the bars are drawn.
-void XListView::RedrawInPlace() {
-    const clMarks marks(listWindow);
-    const clMarks headerMarks(Header());
+void XListView::RedrawInPlace(const Marks& marks) {
     const bool isVisible = (GetWindowLongPtrW(listWindow, GWL_STYLE) & WS_VISIBLE) != 0;
     const HWND child = GetWindow(listWindow, GW_CHILD);
     const bool hasEditor = child != nullptr && GetWindow(child, GW_HWNDNEXT) != nullptr;
@@ -196,7 +194,6 @@ void XListView::RedrawInPlace() {
     Ask(WM_SETREDRAW, TRUE);
     if (!drawsBars) DefWindowProcW(listWindow, WM_SETREDRAW, TRUE, 0);
     marks.PutBack();
-    headerMarks.PutBack();
 }
 
 void XListView::BeginBatch() {

@@ -36,6 +36,7 @@ bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::
     const clMutexLock lock(SubclassMutex);
     // Of a batch around this one rows may be new.
     const bool rowsStay = !batching;
+    const Marks marks(*this);
     BeginBatch();
     const std::vector<std::int32_t> ranks =
         StableRanks(static_cast<std::int32_t>(rowData.size()), compare, context);
@@ -48,7 +49,7 @@ bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::
             rowData[static_cast<std::size_t>(ranks[row])] = before[row];
     }
     if (rowsStay) {
-        RedrawInPlace();
+        RedrawInPlace(marks);
         LeaveBatch();
     } else {
         EndBatch();
