@@ -139,6 +139,27 @@ TEST(PaintedRow, SelectedRowHasItsBackgroundTickedOrNot) {
     }
 }
 
+// Behind stars and words as well, which are drawn on a bitmap of their own.
+TEST(PaintedRow, RatingOfASelectedRowHasItsBackground) {
+    FileListForm form(L"Name\rRating", L"60\r100");
+    form.AddRow(L"C:\\a.mp3", {L"", L"7"}, true);
+    form.AddRow(L"C:\\b.mp3", {L"", L""}, true);
+    for (const UINT row : {0u, 1u}) {
+        ByHand expected(selectedColour);
+        expected.Icon(tickedIcon, 2);
+        expected.PictureOf(form, static_cast<int>(row), 20);
+        if (row == 0) {
+            expected.Stars(62, 1, 0, 0, 56, 159);
+            expected.Stars(62 + 56, 1, 56, 18, 80 - 56, 159);
+        } else {
+            expected.Text(L"Not Rated", 60 + 40 - WidthOf(L"Not Rated", 12) / 2, 3, notRatedText,
+                          12);
+        }
+        SCOPED_TRACE(row);
+        ExpectPainted(form, expected, row, ODS_SELECTED);
+    }
+}
+
 TEST(PaintedRow, NumbersStandAtTheRightAndTitlesInTheMiddleWhereTheyAreTold) {
     FileListForm form(L"Name\rSize\rArtist", L"100\r90\r110");
     LVCOLUMNW parts = {};
@@ -306,4 +327,45 @@ TEST(PaintedRow, FillsItsRectangleAndNoPixelBeside) {
     PaintRow(form, untouched, 0, 0, {10, 0, 10, 17});
     PaintRow(form, untouched, 0, 0, {10, 5, 50, 5});
     EXPECT_EQ(untouched.Count(paper), rowWidth * rowHeight);
+}
+
+TEST(PaintedRow, ListWithoutAWindowPaintsNothing) {
+    FileListForm form(L"Name", L"100");
+    form.AddRow(L"C:\\a.mp3", {L"a.mp3"}, true);
+    const HWND control = form.Control();
+    form.view.SetListWindow(nullptr);
+    const COLORREF paper = RGB(1, 2, 3);
+    const Canvas untouched(rowWidth, rowHeight, paper);
+    PaintRow(form, untouched, 0);
+    EXPECT_EQ(untouched.Count(paper), rowWidth * rowHeight);
+    form.view.SetListWindow(control);
+}
+
+// The place of the picture is left to what comes behind it.
+TEST(PaintedRow, RowThatIsNotThereHasNoPicture) {
+    TypePictures pictures;
+    pictures.Fill(RGB(255, 0, 0));
+    FileListForm form(L"Name", L"200");
+    SendMessageW(form.Control(), LVM_SETIMAGELIST, LVSIL_SMALL,
+                 reinterpret_cast<LPARAM>(pictures.Images()));
+    form.AddRow(L"C:\\a.mp3", {L"a.mp3"}, true);
+    ByHand expected;
+    expected.Icon(tickedIcon, 2);
+    for (const UINT row : {1u, 1000u})
+        ExpectPainted(form, expected, row);
+}
+
+// Nothing but the number of a box that is not ticked makes a row grey.
+TEST(PaintedRow, RowWithoutANumberOfItsBoxLooksTicked) {
+    FileListForm form(L"Name\rRating", L"100\r100");
+    form.AddRow(L"C:\\a.mp3", {L"a.mp3", L"7"}, false);
+    ListView_SetItemState(form.Control(), 0, 0, LVIS_STATEIMAGEMASK);
+    ASSERT_EQ(ListView_GetItemState(form.Control(), 0, LVIS_STATEIMAGEMASK), 0u);
+    ByHand expected;
+    expected.Icon(tickedIcon, 2);
+    expected.PictureOf(form, 0, 20);
+    expected.Text(L"a.mp3", 42, 2, tickedText);
+    expected.Stars(102, 1, 0, 0, 56, 199);
+    expected.Stars(102 + 56, 1, 56, 18, 80 - 56, 199);
+    ExpectPainted(form, expected);
 }
