@@ -4,8 +4,11 @@
 #include <gmock/gmock.h>
 
 #include "decoders/decoder_registry.h"
+#include "tests/mainwindow/file_list_form.h"
 #include "tests/support/decoder_folder.h"
+#include "tests/support/import_stub.h"
 #include "tests/support/text.h"
+#include "tests/ui/pointer.h"
 
 using testing::ElementsAre;
 using Texts = std::vector<std::string>;
@@ -126,6 +129,13 @@ TEST_F(ColumnMenu, LibraryThatCannotBeAskedAddsNothing) {
     EXPECT_EQ(GetMenuItemCount(menu.Properties()), 0);
 }
 
+// What it hands out counts, whatever it says of its success.
+TEST_F(ColumnMenu, PropertyOfALibraryThatTellsOfNoSuccessIsOffered) {
+    decoders.Add("one", "elements-result=0\nelements=Codec\n");
+    const BuiltMenu menu(L"Name");
+    EXPECT_THAT(ItemsOf(menu.Properties()), ElementsAre("10040 Codec"));
+}
+
 // The separators have its name, so that it is there already.
 TEST_F(ColumnMenu, PropertyWithoutANameIsNotOffered) {
     decoders.Add("one", "elements=Codec|[Empty]|[empty]\n");
@@ -152,4 +162,70 @@ TEST_F(ColumnMenu, EachOpeningAsksTheDecodersAnew) {
     EXPECT_EQ(GetMenuItemCount(BuiltMenu(L"Name").Properties()), 1);
     decoders.SetScript("one", "elements=Codec|Encoder\n");
     EXPECT_EQ(GetMenuItemCount(BuiltMenu(L"Name").Properties()), 2);
+}
+
+namespace {
+
+// How the menu was shown, and what is chosen in it.
+struct Tracking {
+    int times = 0;
+    UINT flags = 0;
+    POINT place = {};
+    HWND owner = nullptr;
+    HMENU menu = nullptr;
+    int items = 0;
+    int choice = 0;
+};
+
+Tracking tracking;
+
+BOOL WINAPI Track(HMENU menu, UINT flags, int x, int y, int, HWND owner, const RECT*) {
+    ++tracking.times;
+    tracking.flags = flags;
+    tracking.place = {x, y};
+    tracking.owner = owner;
+    tracking.menu = menu;
+    tracking.items = GetMenuItemCount(menu);
+    return tracking.choice;
+}
+
+class SilentHost : public ColumnMenuHost {
+public:
+    void FillNewColumn() override {}
+    void FillDefaultColumns() override {}
+};
+
+// The columns behind a menu in which that command was chosen; 0 for none.
+Texts TitlesBehind(int choice) {
+    FileListForm form(L"Name\rArtist");
+    SilentHost host;
+    tracking = {};
+    tracking.choice = choice;
+    const ImportStub stub("TrackPopupMenu", &Track);
+    ShowColumnMenu(form.form.Window(), form.view, form.files, host);
+    EXPECT_EQ(tracking.times, 1);
+    EXPECT_EQ(tracking.owner, form.form.Window());
+    EXPECT_FALSE(IsMenu(tracking.menu));
+    return form.Titles();
+}
+
+}  // namespace
+
+TEST_F(ColumnMenu, StandsAtThePointerForBothButtonsAndAnswersWithItsCommand) {
+    for (const POINT& pointer : {POINT{123, 234}, POINT{345, 67}}) {
+        MovePointer(pointer);
+        TitlesBehind(0);
+        EXPECT_EQ(tracking.place.x, pointer.x);
+        EXPECT_EQ(tracking.place.y, pointer.y);
+        EXPECT_EQ(tracking.flags, UINT{TPM_RIGHTBUTTON} | TPM_NONOTIFY | TPM_RETURNCMD);
+        // The menu itself, and not what holds it in the resource.
+        EXPECT_EQ(tracking.items, 18);
+    }
+}
+
+TEST_F(ColumnMenu, NothingChosenChangesNothing) {
+    EXPECT_THAT(TitlesBehind(0), ElementsAre("Name", "Artist"));
+    EXPECT_THAT(TitlesBehind(10001), ElementsAre("Name", "Artist", "Size"));
+    EXPECT_THAT(TitlesBehind(10012), ElementsAre("Name"));
+    EXPECT_EQ(TitlesBehind(40019).size(), 10u);
 }

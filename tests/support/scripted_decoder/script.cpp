@@ -103,6 +103,8 @@ void SetForLibrary(Script& script, const std::wstring& name, const std::wstring&
     if (name == L"series") AppendSeries(script.types, value);
     if (name == L"decodes-result")
         script.decodesResult = static_cast<std::int32_t>(NumberOf(value));
+    if (name == L"elements-result")
+        script.elementsResult = static_cast<std::int32_t>(NumberOf(value));
     if (name == L"destroy-sleep")
         script.destroySleepMs = static_cast<std::uint32_t>(NumberOf(value));
     if (name == L"destroy-wait") script.destroyWaitEvent = value;

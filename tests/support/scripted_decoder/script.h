@@ -13,6 +13,7 @@
 //                             event of that name
 //   pin=1                     the library stays loaded from its first Create on
 //   elements=Codec|Encoder    the names for "Property Elements", joined by CR
+//   elements-result=0         Get of "Property Elements" answers 0, its text all the same
 //
 //   [song.abc]                what follows counts for that file name alone
 //   open=0                    Open fails
@@ -73,6 +74,7 @@ struct Script {
     bool pinned = false;
     std::vector<Type> types;
     OptionalText elements;
+    std::int32_t elementsResult = 1;
     std::map<std::wstring, FileScript> files;  // the name "" stands for all others
 
     const FileScript& ForFile(const std::wstring& name) const;

@@ -186,7 +186,7 @@ std::int32_t Get(DecoderInstance handle, const DecoderChar* name, DecoderGetReco
     } else if (std::wstring(name) == L"Property Elements") {
         record->text = Hand(instance.text, instance.script.elements);
         record->text2 = Hand(instance.text2, std::nullopt);
-        result = record->text != nullptr ? 1 : 0;
+        result = record->text != nullptr ? instance.script.elementsResult : 0;
     }
     std::fill(std::begin(record->reservedIn), std::end(record->reservedIn), std::uint8_t{0xEE});
     std::fill(std::begin(record->reservedOut), std::end(record->reservedOut), std::uint8_t{0xEE});
