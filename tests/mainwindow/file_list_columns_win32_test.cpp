@@ -3,6 +3,7 @@
 
 #include "mainwindow/column_menu.h"
 #include "tests/mainwindow/file_list_form.h"
+#include "tests/support/import_stub.h"
 #include "tests/support/text.h"
 
 using testing::ElementsAre;
@@ -159,4 +160,32 @@ TEST(FileColumns, DefaultColumnsReplaceAllOthersAndSortByTheFirst) {
     EXPECT_THAT(host.calls,
                 ElementsAre("default, names Name\rSize\rType\rDate Modified\rArtist\rTitle\rGenre"
                             "\rAlbum Artist - Album - Disc - Track\rLength\rBit Rate"));
+}
+
+namespace {
+
+decltype(&InvalidateRect) realInvalidate;
+HWND watchedList;
+int wholeRepaints;
+
+BOOL WINAPI WatchRepaints(HWND window, const RECT* rect, BOOL erase) {
+    if (window == watchedList && rect == nullptr && erase != FALSE) ++wholeRepaints;
+    return realInvalidate(window, rect, erase);
+}
+
+}  // namespace
+
+// Each row is painted in one go, and its cells stand elsewhere now.
+TEST(FileColumns, ChoosingAColumnPaintsTheWholeListAnew) {
+    FileListForm form(L"Name\rARTIST");
+    NotingHost host(form.files);
+    watchedList = form.Control();
+    realInvalidate = &InvalidateRect;
+    const ImportStub watch("InvalidateRect", &WatchRepaints);
+    // One comes, it goes again, and the last one leaves the names alone.
+    for (const wchar_t* title : {L"Size", L"Size", L"Artist"}) {
+        wholeRepaints = 0;
+        Toggle(form, title, host);
+        EXPECT_EQ(wholeRepaints, 1) << Utf8(title);
+    }
 }
