@@ -5,6 +5,7 @@
 #include <dbt.h>
 
 #include "tests/support/converter_side.h"
+#include "tests/ui/end_to_end/extra_drive.h"
 #include "tests/ui/end_to_end/program_stage.h"
 #include "tests/ui/keys.h"
 #include "tests/ui/pointer.h"
@@ -189,17 +190,13 @@ TEST_F(FoldersTest, RefreshShowsNewFoldersAndDropsGoneOnes) {
 TEST_F(FoldersTest, DriveComesAndGoes) {
     const RemoteTree tree = stage.Start().Tree();
     const std::vector<std::wstring> before = tree.Texts(0);
-    wchar_t drive[] = L"J:";
-    while ((GetLogicalDrives() & (1u << (drive[0] - L'A'))) != 0)
-        ++drive[0];
-    const std::wstring target = L"\\??\\" + stage.Music();
-    ASSERT_TRUE(DefineDosDeviceW(DDD_RAW_TARGET_PATH, drive, target.c_str()));
+    const clExtraDrive drive(stage.Music());
     const HWND form = stage.Program().Form();
     Ask(form, WM_DEVICECHANGE, DBT_DEVICEARRIVAL);
     const std::vector<std::wstring> with = tree.Texts(0);
-    DefineDosDeviceW(DDD_REMOVE_DEFINITION, drive, nullptr);
+    drive.Disconnect();
     ASSERT_EQ(with.size(), before.size() + 1);
-    EXPECT_NE(with.back().find(drive), std::wstring::npos) << NarrowUtf8(with.back());
+    EXPECT_TRUE(drive.IsRootText(with.back())) << NarrowUtf8(with.back());
     EXPECT_EQ(tree.Texts(0), with);
     Ask(form, WM_DEVICECHANGE, DBT_DEVICEREMOVECOMPLETE);
     EXPECT_EQ(tree.Texts(0), before);

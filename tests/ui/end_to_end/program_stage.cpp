@@ -1,6 +1,8 @@
 #include "tests/ui/end_to_end/program_stage.h"
 
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
 
 #include "tests/support/converter_side.h"
@@ -231,6 +233,11 @@ void ProgramStage::AddDecoder(const std::wstring& name, const std::string& scrip
     }
     fs::copy_file(TestProgramFolder() + L"complete.dll", program + L"decoder\\" + name + L".dll",
                   fs::copy_options::overwrite_existing);
+}
+
+std::string ProgramStage::DecoderLog(const std::wstring& name) const {
+    std::ifstream log(fs::path(program) / L"decoder" / (name + L".log"));
+    return {std::istreambuf_iterator<char>(log), {}};
 }
 
 std::wstring ProgramStage::AddFile(const std::wstring& name, std::size_t bytes) const {

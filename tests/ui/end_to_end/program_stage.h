@@ -83,6 +83,8 @@ public:
     const std::wstring& Music() const { return music; }  // with its backslash
     // Script of the decoder; it answers for what its type= lines tell.
     void AddDecoder(const std::wstring& name, const std::string& script) const;
+    // The calls that the decoder has had, one in a line; empty before the first.
+    std::string DecoderLog(const std::wstring& name) const;
     // Makes a file of that many bytes beneath the music folder, and its folders.
     std::wstring AddFile(const std::wstring& name, std::size_t bytes = 0) const;
     std::wstring AddFolder(const std::wstring& name) const;

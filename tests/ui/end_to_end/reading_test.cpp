@@ -1,9 +1,6 @@
 // What decoders tell arrives in the list, and never keeps the window waiting.
 #include <gmock/gmock.h>
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "tests/support/converter_side.h"
@@ -65,9 +62,7 @@ TEST_F(ReadingTest, ColumnsOfTheFolderAloneNeedNoDecoder) {
     stage.AddDecoder(L"one", "type=.abc|Some sound\ntag=Artist|Somebody\n");
     stage.AddFile(L"a.abc", 10);
     const auto opened = [this] {
-        std::ifstream log(std::filesystem::path(stage.ProgramFolder()) / L"decoder" / L"one.log");
-        const std::string lines{std::istreambuf_iterator<char>(log), {}};
-        return lines.find("a.abc") != std::string::npos;
+        return stage.DecoderLog(L"one").find("a.abc") != std::string::npos;
     };
     for (const bool alone : {true, false}) {
         stage.SetText(L"zKR-FileSelector-Cols",

@@ -10,6 +10,7 @@
 #include "tests/support/converter_side.h"
 #include "tests/support/machine_parts.h"
 #include "tests/support/wine.h"
+#include "tests/ui/end_to_end/extra_drive.h"
 #include "tests/ui/end_to_end/program_stage.h"
 
 namespace {
@@ -41,10 +42,6 @@ Names LastRoots() {
     if (!KnownFolder(publicVideoFolder).empty()) roots.push_back(L"Public Video");
     roots.push_back(L"Network");
     return roots;
-}
-
-bool IsDrive(const std::wstring& root) {
-    return root.ends_with(L":)") || root.ends_with(L":\\");
 }
 
 // What the tree has in front of its drives, and behind them.
@@ -93,30 +90,6 @@ public:
 private:
     std::wstring path;
     std::wstring file;
-};
-
-// A drive letter that leads to a folder.
-class clExtraDrive {
-public:
-    explicit clExtraDrive(const std::wstring& folder) : target(L"\\??\\" + folder) {
-        while ((GetLogicalDrives() & (1u << (letter[0] - L'A'))) != 0)
-            ++letter[0];
-        Connect();
-    }
-    clExtraDrive(const clExtraDrive&) = delete;
-    clExtraDrive& operator=(const clExtraDrive&) = delete;
-    ~clExtraDrive() { Disconnect(); }
-
-    void Connect() const { DefineDosDeviceW(DDD_RAW_TARGET_PATH, letter, target.c_str()); }
-    void Disconnect() const { DefineDosDeviceW(DDD_REMOVE_DEFINITION, letter, nullptr); }
-    std::wstring Root() const { return std::wstring(letter) + L"\\"; }
-    bool IsRootText(const std::wstring& text) const {
-        return text.find(letter) != std::wstring::npos && IsDrive(text);
-    }
-
-private:
-    wchar_t letter[3] = L"J:";
-    std::wstring target;
 };
 
 class RootsTest : public testing::Test {
