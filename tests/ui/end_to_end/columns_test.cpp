@@ -89,6 +89,50 @@ TEST_F(ColumnsTest, ListBeginsSortedByItsFirstColumn) {
     EXPECT_TRUE(CellsBecome(list, L"Artist", {L"gamma", L"beta", L"Alpha"}));
 }
 
+TEST_F(ColumnsTest, NextStartSortsByTheFirstColumnAgain) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rSize\rArtist");
+    const RemoteList list = OpenMusic();
+    ClickHeader(list, L"Size");
+    ASSERT_TRUE(CellsBecome(list, L"Name", {L"c.abc", L"a.abc", L"b.abc"}));
+    ClickHeader(list, L"Size");
+    ASSERT_TRUE(CellsBecome(list, L"Name", {L"b.abc", L"a.abc", L"c.abc"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    const RemoteList again = OpenMusic();
+    EXPECT_EQ(again.Column(L"Name"), (Names{L"a.abc", L"b.abc", L"c.abc"}));
+    // The arrow that a click turns round.
+    ClickHeader(again, L"Name");
+    EXPECT_TRUE(CellsBecome(again, L"Name", {L"c.abc", L"b.abc", L"a.abc"}));
+    ClickHeader(again, L"Size");
+    EXPECT_TRUE(CellsBecome(again, L"Name", {L"c.abc", L"a.abc", L"b.abc"}));
+}
+
+TEST_F(ColumnsTest, FileThatNobodyCanReadComesFirstByWhatIsReadOfFiles) {
+    stage.AddDecoder(L"one",
+                     "type=.abc|Some sound\n"
+                     "[a.abc]\nbit-rate=128000\nlength-ms=10000\nsource-bytes=882000\n"
+                     "wave=1,2,44100,176400,4,16,0\ntag=Rating|7\n"
+                     "[b.abc]\nopen=0\n"
+                     "[c.abc]\nbit-rate=256000\nlength-ms=10000\nsource-bytes=1411200\n"
+                     "wave=1,2,44100,176400,4,16,0\ntag=Rating|3\n");
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rBit Rate\rCompression\rRating");
+    const RemoteList list = OpenMusic(L"Rating", {L"7", L"", L"3"});
+    EXPECT_EQ(list.Column(L"Compression"), (Names{L"50%", L"", L"20%"}));
+    const struct {
+        const wchar_t* title;
+        Names ascending;
+    } columns[] = {{L"Bit Rate", {L"b.abc", L"a.abc", L"c.abc"}},
+                   {L"Compression", {L"b.abc", L"c.abc", L"a.abc"}},
+                   {L"Rating", {L"b.abc", L"c.abc", L"a.abc"}}};
+    for (const auto& column : columns) {
+        SCOPED_TRACE(NarrowUtf8(column.title));
+        ClickHeader(list, column.title);
+        EXPECT_TRUE(CellsBecome(list, L"Name", column.ascending));
+        ClickHeader(list, column.title);
+        EXPECT_TRUE(CellsBecome(list, L"Name",
+                                {column.ascending[2], column.ascending[1], column.ascending[0]}));
+    }
+}
+
 TEST_F(ColumnsTest, ListSortsItselfAgainWhenAllIsRead) {
     const std::wstring holdName = L"Tonequarry tests: columns are read";
     const HANDLE hold = CreateEventW(nullptr, TRUE, FALSE, holdName.c_str());
@@ -143,6 +187,21 @@ TEST_F(ColumnsTest, MenuAddsAndRemovesAColumn) {
     EXPECT_TRUE(CellsBecome(again, L"Comment", {L"third", L"first", L"second"}));
     MenuKeys(again, addComment);
     EXPECT_TRUE(TitlesBecome(again, {L"Name", L"Artist"}));
+    EXPECT_EQ(stage.Close(), 0u);
+    EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist");
+}
+
+TEST_F(ColumnsTest, EscapeInTheMenuLeavesTheColumnsAsTheyAre) {
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist");
+    const RemoteList list = OpenMusic();
+    // With an item marked, and in a sub-menu, where the second one ends the menu. What
+    // one of them added the other would take away.
+    for (const std::vector<WORD>& keys :
+         {Downs(2, {VK_ESCAPE}), Downs(tagsPlace, {VK_RIGHT, VK_DOWN, VK_ESCAPE, VK_ESCAPE})}) {
+        MenuKeys(list, keys);
+        EXPECT_FALSE(WaitUntil([&] { return list.Titles().size() != 2; }, 300));
+        EXPECT_EQ(list.Titles(), (Names{L"Name", L"Artist"}));
+    }
     EXPECT_EQ(stage.Close(), 0u);
     EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist");
 }
