@@ -67,6 +67,14 @@ TEST_F(FoldersTest, OneFileIsListed) {
     EXPECT_THAT(stage.Start(stage.Music()).List().Column(L"Name"), ElementsAre(L"only.abc"));
 }
 
+TEST_F(FoldersTest, FolderNamedLikeAudioIsNoFile) {
+    stage.AddFile(L"a.abc");
+    stage.AddFolder(L"inner.abc");
+    const RemoteTree tree = Open();
+    EXPECT_THAT(stage.Program().List().Column(L"Name"), ElementsAre(L"a.abc"));
+    EXPECT_THAT(tree.Texts(music), ElementsAre(L"inner.abc"));
+}
+
 TEST_F(FoldersTest, TenThousandFilesAreListed) {
     const RemoteList list = stage.Start(TestProgramFolder() + L"large\\").List();
     EXPECT_EQ(list.RowCount(), 10000);

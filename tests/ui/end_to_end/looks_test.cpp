@@ -1,9 +1,13 @@
 // What the main window paints by itself, read from the screen.
 #include <gmock/gmock.h>
+#include <windows.h>
+// winioctl.h needs windows.h before it.
+#include <winioctl.h>
 
 #include <string_view>
 
 #include "tests/support/converter_side.h"
+#include "tests/ui/end_to_end/extra_drive.h"
 #include "tests/ui/end_to_end/program_stage.h"
 #include "tests/ui/pixels.h"
 
@@ -148,6 +152,88 @@ TEST_F(LooksTest, StatusOfAnEmptyFolderHasNoBrackets) {
     EXPECT_TRUE(StripBecomes(L"0 Audio Files Shown in Folder: { Network }"));
     Ask(tree.Window(), TVM_SELECTITEM, TVGN_CARET, 0);
     EXPECT_TRUE(StripBecomes(L""));
+}
+
+// A file without content, which takes no room on the disk.
+void Lengthen(const std::wstring& path, LONGLONG bytes) {
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    // Where this cannot be told the length alone takes no room either, or it does.
+    DWORD ignored = 0;
+    DeviceIoControl(file, FSCTL_SET_SPARSE, nullptr, 0, nullptr, 0, &ignored, nullptr);
+    LARGE_INTEGER end = {};
+    end.QuadPart = bytes;
+    EXPECT_TRUE(SetFilePointerEx(file, end, nullptr, FILE_BEGIN));
+    EXPECT_TRUE(SetEndOfFile(file));
+    CloseHandle(file);
+}
+
+TEST_F(LooksTest, SizesAboveFourGigabytesAreTold) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rSize");
+    Lengthen(stage.AddFile(L"a.abc"), 5LL << 30);
+    stage.AddFile(L"b.abc", 2048);
+    const RemoteList list = stage.Start(stage.Music()).List();
+    EXPECT_THAT(list.Column(L"Size"), testing::ElementsAre(L"5,242,880 KB", L"2 KB"));
+    EXPECT_TRUE(StripBecomes(L"2 Audio Files Shown (5 GB), 2 Files Selected (5 GB) in Folder: " +
+                             stage.Music()));
+    // It counts by itself, and by more than what four gigabytes leave of it.
+    ClickSettled(list.HeaderPoint(list.ColumnTitled(L"Size")));
+    EXPECT_TRUE(WaitUntil([&] { return list.RowOf(L"b.abc") == 0; }));
+    ClickSettled(list.TickPoint(0));
+    EXPECT_TRUE(StripBecomes(L"2 Audio Files Shown (5 GB), 1 Files Selected (5 GB) in Folder: " +
+                             stage.Music()));
+}
+
+TEST_F(LooksTest, FolderThatIsGoneIsAnEmptyOne) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.AddFile(L"a.abc", 10);
+    const std::wstring gone = stage.AddFolder(L"gone");
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    const RemoteItem music = tree.Selected();
+    ClickSettled(tree.ExpanderPoint(music));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Find(music, L"gone") != 0; }));
+    ASSERT_EQ(program.List().RowCount(), 1);
+    ASSERT_TRUE(RemoveDirectoryW(gone.c_str()));
+    Ask(tree.Window(), TVM_SELECTITEM, TVGN_CARET, tree.Find(music, L"gone"));
+    EXPECT_EQ(program.List().RowCount(), 0);
+    EXPECT_TRUE(StripBecomes(L"0 Audio Files Shown in Folder: " + gone));
+    EXPECT_FALSE(WaitUntil([&] { return program.HasDialog(); }, 500));
+}
+
+// As one whose disc has been taken out.
+TEST_F(LooksTest, DriveThatIsNotReadyIsAnEmptyFolder) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.AddFile(L"a.abc", 10);
+    const std::wstring disc = stage.AddFolder(L"disc");
+    const clExtraDrive drive(disc);
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    RemoteItem item = tree.Root();
+    while (item != 0 && !drive.IsRootText(tree.Text(item)))
+        item = tree.Next(item);
+    ASSERT_NE(item, 0);
+    ASSERT_EQ(program.List().RowCount(), 1);
+    ASSERT_TRUE(RemoveDirectoryW(disc.c_str()));
+    Ask(tree.Window(), TVM_SELECTITEM, TVGN_CARET, item);
+    EXPECT_EQ(program.List().RowCount(), 0);
+    EXPECT_TRUE(StripBecomes(L"0 Audio Files Shown in Folder: " + drive.Root()));
+    EXPECT_FALSE(WaitUntil([&] { return program.HasDialog(); }, 500));
+}
+
+TEST_F(LooksTest, NoticeDoesNotStayOverAnEmptyFolder) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.SetText(L"zKR-FileSelector-Cols", L"Name\rArtist");
+    RunningProgram& program = stage.Start(stage.Music());
+    for (int listing = 0; listing < 5; ++listing) {
+        EXPECT_TRUE(NoticeIs(false)) << listing;
+        program.PressButton(BarButton::Refresh);
+        Ask(program.Form(), WM_NULL);
+    }
+    EXPECT_TRUE(NoticeIs(false));
+    EXPECT_EQ(stage.DecoderLog(L"one").find("open "), std::string::npos);
 }
 
 TEST_F(LooksTest, NoticeStandsWhileFilesAreRead) {
