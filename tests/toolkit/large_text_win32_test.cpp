@@ -1,12 +1,6 @@
-// Sizes on a display of 120 DPI, as one has it that shows everything a quarter
-// larger. The display's DPI is read once in a process, so this program is one of
-// its own: the others run at whatever the display has.
-#include <gtest/gtest.h>
-#include <windows.h>
+// Sizes of controls on a display that shows everything a quarter larger.
+#include "tests/ui/large_text.h"
 
-#include <optional>
-
-#include "tests/support/import_stub.h"
 #include "tests/toolkit/list_form.h"
 #include "tests/toolkit/value_form.h"
 #include "toolkit/dpi.h"
@@ -14,22 +8,6 @@
 #include "toolkit/gdi_handle.h"
 
 namespace {
-
-std::optional<ImportStub> screenStub;
-int dpiOfTheScreen = 120;
-int reads = 0;
-
-int WINAPI LargeScreen(HDC dc, int index) {
-    if (index != LOGPIXELSX) return screenStub->Original<decltype(GetDeviceCaps)>()(dc, index);
-    ++reads;
-    return dpiOfTheScreen;
-}
-
-class LargeText : public testing::Test {
-protected:
-    static void SetUpTestSuite() { screenStub.emplace("GetDeviceCaps", &LargeScreen); }
-    static void TearDownTestSuite() { screenStub.reset(); }
-};
 
 SIZE SizeOf(const RECT& rect) {
     return {rect.right - rect.left, rect.bottom - rect.top};
@@ -39,12 +17,12 @@ TEST_F(LargeText, DisplayIsAskedOnceAndNeverAgain) {
     EXPECT_EQ(DisplayDpi(), 120);
     EXPECT_EQ(ScaleForDpi(21), 26);
     EXPECT_EQ(ScaleForDpi(-21), -26);
-    dpiOfTheScreen = 144;
-    const int readsBefore = reads;
+    largeScreen.dpi = 144;
+    const int readsBefore = largeScreen.reads;
     EXPECT_EQ(DisplayDpi(), 120);
     EXPECT_EQ(ScaleForDpi(21), 26);
-    EXPECT_EQ(reads, readsBefore);
-    dpiOfTheScreen = 120;
+    EXPECT_EQ(largeScreen.reads, readsBefore);
+    largeScreen.dpi = 120;
 }
 
 TEST_F(LargeText, RowsOfAValueListGrow) {
