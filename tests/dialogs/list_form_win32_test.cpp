@@ -10,6 +10,7 @@
 #include "resources/ids.h"
 #include "tests/dialogs/dialog_loop.h"
 #include "tests/dialogs/open_list.h"
+#include "tests/dialogs/row_watch.h"
 #include "tests/support/decoder_folder.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/scratch_folder.h"
@@ -66,40 +67,6 @@ protected:
     std::map<std::string, std::size_t> sizes;  // by name
 };
 
-// Looks at the line behind each change of a row that the dialog is told of.
-class RowWatch {
-public:
-    RowWatch(HWND dialogToWatch, std::function<void()> look)
-        : dialog(dialogToWatch),
-          afterChange(std::move(look)),
-          previous(reinterpret_cast<WNDPROC>(
-              SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure)))) {
-        current = this;
-    }
-    RowWatch(const RowWatch&) = delete;
-    RowWatch& operator=(const RowWatch&) = delete;
-    ~RowWatch() {
-        SetWindowLongPtrW(dialog, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(previous));
-        current = nullptr;
-    }
-
-private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-        const LRESULT result = CallWindowProcW(current->previous, window, message, wParam, lParam);
-        if (message == WM_NOTIFY &&
-            reinterpret_cast<const NMHDR*>(lParam)->code == static_cast<UINT>(LVN_ITEMCHANGED))
-            current->afterChange();
-        return result;
-    }
-
-    static RowWatch* current;
-    HWND dialog;
-    std::function<void()> afterChange;
-    WNDPROC previous;
-};
-
-RowWatch* RowWatch::current = nullptr;
-
 TEST_F(ListForm, LineIsThatOfARecountBehindEachRowOfACommand) {
     for (int number = 0; number < 7; ++number) {
         const std::wstring name = L"file " + std::to_wstring(number) + L".abc";
@@ -123,6 +90,41 @@ TEST_F(ListForm, LineIsThatOfARecountBehindEachRowOfACommand) {
                              : command == ID_INVERT_SELECTION ? 7
                                                               : 2)
                 << command;
+        }
+    });
+}
+
+// Each mark would have the control look the row up on the screen.
+TEST_F(ListForm, CommandMarksTheWholeListAtItsEndAndNoRowByItself) {
+    constexpr int rows = 300;
+    for (int number = 0; number < rows; ++number)
+        files.Add((L"C:\\none\\song " + std::to_wstring(number) + L".abc").c_str());
+    RunList(files, L"Name\rFolder", [&](const ShownList& shown) {
+        const HWND list = shown.List();
+        RECT client = {};
+        GetClientRect(list, &client);
+        RECT first = {};
+        ListView_GetItemRect(list, 0, &first, LVIR_BOUNDS);
+        for (const int command : {ID_UNCHECK_ALL, ID_CHECK_ALL, ID_INVERT_SELECTION}) {
+            SCOPED_TRACE(command);
+            ASSERT_TRUE(PumpUntil([list] { return GetUpdateRect(list, nullptr, FALSE) == FALSE; }));
+            int turned = 0;
+            int marked = 0;
+            {
+                const RowWatch watch(shown.Dialog(), [&] {
+                    ++turned;
+                    // The line above the list reaches to its header.
+                    RECT area = {};
+                    GetUpdateRect(list, &area, FALSE);
+                    if (area.bottom > first.top) ++marked;
+                });
+                shown.ChooseForRows(command);
+            }
+            EXPECT_EQ(turned, rows);
+            EXPECT_EQ(marked, 0);
+            RECT atTheEnd = {};
+            GetUpdateRect(list, &atTheEnd, FALSE);
+            EXPECT_TRUE(EqualRect(&atTheEnd, &client)) << atTheEnd.bottom;
         }
     });
 }
