@@ -1,7 +1,4 @@
-// The main form within this process, where its icons and the pointer's shape can be
-// asked for, and over a registry of its own.
-#include "mainwindow/main_form.h"
-
+// The main form's icons, pointer shapes, menus, settings and background.
 #include <gmock/gmock.h>
 
 #include <atomic>
@@ -9,11 +6,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 
-#include "foundation/settings.h"
 #include "resources/ids.h"
-#include "tests/support/decoder_folder.h"
+#include "tests/mainwindow/main_form_stage.h"
 #include "tests/support/eventually.h"
 #include "tests/support/import_stub.h"
 #include "tests/support/registry_number.h"
@@ -21,65 +16,12 @@
 #include "tests/support/scratch_registry.h"
 #include "tests/ui/pixels.h"
 #include "tests/ui/pointer.h"
+#include "toolkit/skin_menu.h"
 
 namespace {
 
-constexpr const wchar_t* settingsKey = L"Software\\Brindlefen\\Tonequarry";
-constexpr LONG divider = 300;
-
-BOOL CALLBACK LookAtWindow(HWND window, LPARAM parameter) {
-    if (IsWindowVisible(window) == FALSE || GetDlgItem(window, IDC_FILE_LIST) == nullptr)
-        return TRUE;
-    *reinterpret_cast<HWND*>(parameter) = window;
-    return FALSE;
-}
-
-// Runs a main form. Once it shows, `steps` run on a thread of their own; behind them
-// the form is closed.
-void RunForm(const std::function<void(HWND form)>& steps) {
-    InitSettings();
-    const DWORD thread = GetCurrentThreadId();
-    std::thread user([&] {
-        HWND form = nullptr;
-        EXPECT_TRUE(Eventually([&] {
-            EnumThreadWindows(thread, &LookAtWindow, reinterpret_cast<LPARAM>(&form));
-            return form != nullptr;
-        }));
-        if (form == nullptr) {
-            PostThreadMessageW(thread, WM_QUIT, 0, 0);
-            return;
-        }
-        // Answered once the form is through with its making.
-        SendMessageW(form, WM_NULL, 0, 0);
-        SetForegroundWindow(form);
-        Eventually([form] { return GetForegroundWindow() == form; });
-        steps(form);
-        PostMessageW(form, WM_CLOSE, 0, 0);
-        if (Eventually([form] { return IsWindow(form) == FALSE; })) return;
-        ADD_FAILURE() << "something keeps the form open";
-        PostMessageW(GetLastActivePopup(form), WM_CLOSE, 0, 0);
-    });
-    { const frmMain form; }
-    user.join();
-}
-
-class MainForm : public testing::Test {
-protected:
-    MainForm() {
-        SetNumber(L"zKR-FileSelector-X", 60);
-        SetNumber(L"zKR-FileSelector-Y", 40);
-        SetNumber(L"zKR-FileSelector-W", 1000);
-        SetNumber(L"zKR-FileSelector-H", 600);
-        SetNumber(L"zKR-FileSelector-NotMax", 1);
-        SetNumber(L"zKR-FileSelector-Devider", divider);
-    }
-    static void SetNumber(const wchar_t* name, DWORD value) {
-        ScratchRegistry::Set(HKEY_CURRENT_USER, settingsKey, name, REG_DWORD, &value, sizeof value);
-    }
-
-    ScratchRegistry registry;
-    clScriptedFolder decoders;
-};
+constexpr const wchar_t* settingsKey = MainForm::settingsKey;
+constexpr LONG divider = MainForm::divider;
 
 // An icon on white, in its own size.
 std::unique_ptr<Canvas> Drawn(HICON icon, int size) {
@@ -96,15 +38,6 @@ int WidthOf(HICON icon) {
     DeleteObject(parts.hbmMask);
     DeleteObject(parts.hbmColor);
     return bitmap.bmWidth;
-}
-
-int Differences(const Canvas& one, const Canvas& other, int width, int height) {
-    int different = 0;
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x)
-            different += one.At(x, y) != other.At(x, y) ? 1 : 0;
-    }
-    return different;
 }
 
 }  // namespace
@@ -136,12 +69,6 @@ bool PointerIs(const wchar_t* shape) {
     CURSORINFO info = {};
     info.cbSize = sizeof info;
     return GetCursorInfo(&info) != FALSE && info.hCursor == LoadCursorW(nullptr, shape);
-}
-
-LONG TreeWidth(HWND form) {
-    RECT tree = {};
-    GetWindowRect(GetDlgItem(form, IDC_FOLDER_TREE), &tree);
-    return tree.right - tree.left;
 }
 
 }  // namespace
@@ -268,9 +195,7 @@ std::optional<DWORD> Number(const wchar_t* name) {
 }
 
 int ColumnsOf(HWND form) {
-    const auto header =
-        reinterpret_cast<HWND>(SendMessageW(GetDlgItem(form, IDC_FILE_LIST), LVM_GETHEADER, 0, 0));
-    return static_cast<int>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+    return static_cast<int>(SendMessageW(HeaderOf(form), HDM_GETITEMCOUNT, 0, 0));
 }
 
 }  // namespace
@@ -355,12 +280,6 @@ TEST_F(MainForm, BackgroundIsPlainWithFewColours) {
 
 namespace {
 
-std::wstring commandLine;
-
-LPWSTR WINAPI TellCommandLine() {
-    return commandLine.data();
-}
-
 decltype(&InvalidateRect) realInvalidate;
 std::atomic<HWND> countedForm;
 std::atomic<int> invalidations;
@@ -379,8 +298,7 @@ TEST_F(MainForm, BothClicksOnACheckBoxTellTheStatusOnceForTheWholeSelection) {
     const ScratchFolder folder;
     for (int number = 0; number < files; ++number)
         folder.AddFile((L"song" + std::to_wstring(number) + L".abc").c_str());
-    commandLine = std::wstring(L"program.exe ") + folder.Path().Chars();
-    const ImportStub line("GetCommandLineW", &TellCommandLine);
+    const clCommandLine line(folder.Path().Chars());
     RunForm([](HWND form) {
         const HWND list = GetDlgItem(form, IDC_FILE_LIST);
         ASSERT_TRUE(Eventually([list] { return ListView_GetItemCount(list) == files; }));
