@@ -77,6 +77,7 @@ public:
     // Screen points, scrolled into view first.
     POINT PicturePoint(RemoteItem item) const { return Point(item, TVHT_ONITEMSTATEICON); }
     POINT ExpanderPoint(RemoteItem item) const { return Point(item, TVHT_ONITEMBUTTON); }
+    POINT IconPoint(RemoteItem item) const { return Point(item, TVHT_ONITEMICON); }
     POINT LabelPoint(RemoteItem item) const { return Point(item, TVHT_ONITEMLABEL); }
 
 private:

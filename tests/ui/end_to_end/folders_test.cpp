@@ -121,6 +121,39 @@ TEST_F(FoldersTest, ArrowKeysListAFolderAndDoNotOpenIt) {
     EXPECT_THAT(tree.Texts(inner), ElementsAre(L"deepest"));
 }
 
+// A key is no click, wherever the pointer happens to rest.
+TEST_F(FoldersTest, ArrowKeysDoNotOpenTheFolderUnderThePointer) {
+    stage.AddFile(L"inner\\a.abc");
+    stage.AddFolder(L"inner\\deepest");
+    const RemoteTree tree = Open();
+    const RemoteItem inner = tree.Find(music, L"inner");
+    SettlePointer(tree.LabelPoint(inner));
+    PressKey(VK_DOWN);
+    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == inner; }));
+    EXPECT_TRUE(WaitUntil([&] { return stage.Program().List().RowCount() == 1; }));
+    EXPECT_FALSE(tree.IsExpanded(inner));
+    EXPECT_EQ(tree.Child(inner), 0);
+}
+
+TEST_F(FoldersTest, ClicksOnThePictureAndOnTheIconDoNotOpenAFolder) {
+    for (const wchar_t* name : {L"first\\deepest", L"second\\deepest"})
+        stage.AddFolder(name);
+    const RemoteTree tree = Open();
+    const RemoteItem first = tree.Find(music, L"first");
+    const RemoteItem second = tree.Find(music, L"second");
+    ASSERT_EQ(tree.State(first), 4);
+    ClickSettled(tree.PicturePoint(first));
+    ASSERT_TRUE(WaitUntil([&] { return tree.State(first) == 5; }));
+    EXPECT_EQ(tree.Selected(), first);
+    ClickSettled(tree.IconPoint(second));
+    ASSERT_TRUE(WaitUntil([&] { return tree.Selected() == second; }));
+    Ask(stage.Program().Form(), WM_NULL);
+    for (const RemoteItem item : {first, second}) {
+        EXPECT_FALSE(tree.IsExpanded(item));
+        EXPECT_EQ(tree.Child(item), 0);
+    }
+}
+
 TEST_F(FoldersTest, WithoutASelectedFolderNothingIsListed) {
     stage.AddFile(L"a.abc");
     const RemoteTree tree = stage.Start(stage.Music()).Tree();
@@ -193,6 +226,24 @@ TEST_F(FoldersTest, RefreshShowsNewFoldersAndDropsGoneOnes) {
     // Beneath a ticked folder the new one is ticked too.
     EXPECT_EQ(tree.State(tree.Find(music, L"a new one")), 4);
     EXPECT_TRUE(WaitUntil([&] { return stage.Program().List().RowCount() == 1; }));
+}
+
+TEST_F(FoldersTest, TickedFolderThatComesBackIsTickedAgain) {
+    const std::wstring folder = stage.AddFolder(L"inner");
+    stage.AddFolder(L"stays");
+    const RemoteTree tree = Open();
+    ASSERT_EQ(tree.State(tree.Find(music, L"inner")), 4);
+    ASSERT_TRUE(RemoveDirectoryW(folder.c_str()));
+    stage.Program().PressButton(BarButton::Refresh);
+    ASSERT_TRUE(WaitUntil([&] { return tree.Find(music, L"inner") == 0; }));
+    stage.AddFile(L"inner\\a.abc");
+    stage.Program().PressButton(BarButton::Refresh);
+    ASSERT_TRUE(WaitUntil([&] { return tree.Find(music, L"inner") != 0; }));
+    const RemoteItem inner = tree.Find(music, L"inner");
+    EXPECT_TRUE(WaitUntil([&] { return tree.State(inner) == 4; }));
+    ClickSettled(tree.LabelPoint(inner));
+    EXPECT_TRUE(
+        WaitUntil([&] { return stage.Program().List().Ticks() == std::vector<bool>{true}; }));
 }
 
 TEST_F(FoldersTest, DriveComesAndGoes) {

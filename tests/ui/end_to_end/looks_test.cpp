@@ -236,6 +236,20 @@ TEST_F(LooksTest, NoticeDoesNotStayOverAnEmptyFolder) {
     EXPECT_EQ(stage.DecoderLog(L"one").find("open "), std::string::npos);
 }
 
+// No hidden folder is among the nodes that lead to it.
+TEST_F(LooksTest, HiddenStartFolderIsARootOfItsOwnWithItsWholePath) {
+    stage.AddDecoder(L"one", "type=.abc|Some sound\n");
+    stage.AddFile(L"a.abc", 1500);
+    ASSERT_TRUE(SetFileAttributesW(stage.Music().c_str(), FILE_ATTRIBUTE_HIDDEN));
+    RunningProgram& program = stage.Start(stage.Music());
+    const RemoteTree tree = program.Tree();
+    EXPECT_EQ(tree.Texts(0).back(), stage.Music());
+    EXPECT_EQ(tree.Text(tree.Selected()), stage.Music());
+    EXPECT_EQ(tree.Parent(tree.Selected()), 0);
+    EXPECT_EQ(program.List().Column(L"Name"), std::vector<std::wstring>{L"a.abc"});
+    EXPECT_TRUE(StripBecomes(L"1 Audio Files Shown (2 KB) in Folder: " + stage.Music()));
+}
+
 TEST_F(LooksTest, NoticeStandsWhileFilesAreRead) {
     stage.AddDecoder(L"one", "type=.abc|Some sound\nsleep=700\n");
     stage.AddFile(L"a.abc", 10);

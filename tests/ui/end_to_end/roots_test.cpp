@@ -121,6 +121,8 @@ TEST_F(RootsTest, DrivesStandBetweenMusicAndVideo) {
     for (const RemoteItem root : tree.Children(0)) {
         EXPECT_TRUE(tree.HasExpander(root)) << NarrowUtf8(tree.Text(root));
         EXPECT_EQ(tree.State(root), 1) << NarrowUtf8(tree.Text(root));
+        // Looked into when it is opened, and not before.
+        EXPECT_EQ(tree.Child(root), 0) << NarrowUtf8(tree.Text(root));
     }
 }
 

@@ -1,6 +1,8 @@
 // How the program begins, what it finds on its command line, and what it leaves.
 #include <gmock/gmock.h>
 
+#include <cstring>
+
 #include "tests/support/converter_side.h"
 #include "tests/ui/end_to_end/program_stage.h"
 
@@ -159,6 +161,20 @@ TEST_F(StartTest, QuotedFolderBecomesARoot) {
 TEST_F(StartTest, UnquotedProgramNameBecomesARoot) {
     RunningProgram& program = stage.StartUnquoted();
     EXPECT_EQ(program.Tree().Texts(0).back(), stage.ProgramFolder() + L"Tonequarry.exe");
+}
+
+// A program of the console would open one of its own beside the form.
+TEST_F(StartTest, ProgramIsOneOfTheWindowedKind) {
+    const std::string bytes = ReadBytes(stage.ProgramFolder() + L"Tonequarry.exe").value_or("");
+    ASSERT_GE(bytes.size(), sizeof(IMAGE_DOS_HEADER));
+    IMAGE_DOS_HEADER stub = {};
+    std::memcpy(&stub, bytes.data(), sizeof stub);
+    const auto at = static_cast<std::size_t>(stub.e_lfanew);
+    ASSERT_GE(bytes.size(), at + sizeof(IMAGE_NT_HEADERS64));
+    IMAGE_NT_HEADERS64 headers = {};
+    std::memcpy(&headers, bytes.data() + at, sizeof headers);
+    ASSERT_EQ(headers.Signature, DWORD{IMAGE_NT_SIGNATURE});
+    EXPECT_EQ(headers.OptionalHeader.Subsystem, 2);
 }
 
 struct OemText {
