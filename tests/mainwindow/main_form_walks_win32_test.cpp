@@ -1,6 +1,9 @@
 // How the main form goes through drives and folders: without the system's questions
 // for a medium, and with a pointer that tells of it.
 #include <gmock/gmock.h>
+#include <windows.h>
+// shlobj.h needs windows.h before it.
+#include <shlobj.h>
 
 #include <algorithm>
 #include <atomic>
@@ -51,23 +54,63 @@ struct Search {
     UINT mode;
 };
 
+constexpr WPARAM deviceArrived = 0x8000;  // DBT_DEVICEARRIVAL
+
 DWORD formThread;
-std::vector<Search> searches;
+std::vector<Search> searches;  // read while the form waits
+std::atomic<bool> hasSearched;
+
+void KeepOfForm(const wchar_t* path) {
+    if (GetCurrentThreadId() != formThread) return;
+    searches.push_back({path, GetErrorMode()});
+    hasSearched = true;
+}
+
 decltype(&FindFirstFileW) realFindFirst;
 
 HANDLE WINAPI KeepSearch(LPCWSTR path, WIN32_FIND_DATAW* found) {
     // The decoders' folder is the program's own, on a medium that is there.
-    if (GetCurrentThreadId() == formThread && wcsstr(path, L"\\decoder") == nullptr)
-        searches.push_back({path, GetErrorMode()});
+    if (wcsstr(path, L"\\decoder") == nullptr) KeepOfForm(path);
     return realFindFirst(path, found);
 }
 
-// Of what the form has searched since the last time.
+decltype(&GetDriveTypeW) realDriveType;
+
+UINT WINAPI KeepDrive(LPCWSTR root) {
+    KeepOfForm(root);
+    return realDriveType(root);
+}
+
+decltype(&SHGetSpecialFolderLocation) realLocation;
+
+HRESULT WINAPI KeepMusic(HWND owner, int folder, LPITEMIDLIST* item) {
+    if (folder == CSIDL_MYMUSIC) KeepOfForm(L"Music");
+    return realLocation(owner, folder, item);
+}
+
+// Begins with no search, and with an error mode that is the form's alone: the test
+// program's own comes back at the end.
+class SearchWatch {
+public:
+    SearchWatch() : before(SetErrorMode(0)) {
+        formThread = GetCurrentThreadId();
+        searches.clear();
+    }
+    SearchWatch(const SearchWatch&) = delete;
+    SearchWatch& operator=(const SearchWatch&) = delete;
+    ~SearchWatch() { SetErrorMode(before); }
+
+private:
+    UINT before;
+};
+
+// Of what the form has looked for since the last time.
 void ExpectQuietSearches() {
     EXPECT_FALSE(searches.empty());
     for (const Search& search : searches)
         EXPECT_EQ(search.mode, UINT{SEM_FAILCRITICALERRORS}) << Utf8(search.path.c_str());
     searches.clear();
+    hasSearched = false;
     EXPECT_EQ(GetErrorMode(), 0u);
 }
 
@@ -77,31 +120,45 @@ TEST_F(MainForm, SystemAsksForNoMediumWhileFoldersAreSearched) {
     decoders.Add("one", "type=.abc|Some sound\n");
     const Folders folders;
     const clCommandLine line(folders.Path());
-    const UINT before = SetErrorMode(0);
-    formThread = GetCurrentThreadId();
-    searches.clear();
+    const SearchWatch watch;
     realFindFirst = &FindFirstFileW;
-    {
-        const ImportStub stub("FindFirstFileW", &KeepSearch);
-        RunForm([](HWND form) {
-            ExpectQuietSearches();
-            const HTREEITEM inner = Inner(form);
-            searches.clear();
-            TreeView_SelectItem(TreeOf(form), inner);
-            EXPECT_EQ(ListView_GetItemCount(ListOf(form)), 1);
-            ExpectQuietSearches();
-            TreeView_Expand(TreeOf(form), inner, TVE_EXPAND);
-            EXPECT_NE(TreeView_GetChild(TreeOf(form), inner), nullptr);
-            ExpectQuietSearches();
-            PressRefresh(form);
-            EXPECT_TRUE(Eventually([form] {
-                SendMessageW(form, WM_NULL, 0, 0);
-                return !searches.empty();
-            }));
-            ExpectQuietSearches();
-        });
-    }
-    SetErrorMode(before);
+    const ImportStub stub("FindFirstFileW", &KeepSearch);
+    RunForm([](HWND form) {
+        ExpectQuietSearches();
+        const HTREEITEM inner = Inner(form);
+        searches.clear();
+        TreeView_SelectItem(TreeOf(form), inner);
+        EXPECT_EQ(ListView_GetItemCount(ListOf(form)), 1);
+        ExpectQuietSearches();
+        TreeView_Expand(TreeOf(form), inner, TVE_EXPAND);
+        EXPECT_NE(TreeView_GetChild(TreeOf(form), inner), nullptr);
+        ExpectQuietSearches();
+        PressRefresh(form);
+        EXPECT_TRUE(Eventually([] { return hasSearched.load(); }));
+        // Answered once the form is through with all of them.
+        SendMessageW(form, WM_NULL, 0, 0);
+        ExpectQuietSearches();
+    });
+}
+
+TEST_F(MainForm, SystemAsksForNoMediumWhileDrivesAreLookedAt) {
+    const clCommandLine line;
+    const SearchWatch watch;
+    realDriveType = &GetDriveTypeW;
+    const ImportStub stub("GetDriveTypeW", &KeepDrive);
+    RunForm([](HWND form) {
+        ExpectQuietSearches();
+        SendMessageW(form, WM_DEVICECHANGE, deviceArrived, 0);
+        ExpectQuietSearches();
+    });
+}
+
+TEST_F(MainForm, SystemAsksForNoMediumWhileMusicIsLookedFor) {
+    const clCommandLine line;
+    const SearchWatch watch;
+    realLocation = &SHGetSpecialFolderLocation;
+    const ImportStub stub("SHGetSpecialFolderLocation", &KeepMusic);
+    RunForm([](HWND) { ExpectQuietSearches(); });
 }
 
 namespace {
