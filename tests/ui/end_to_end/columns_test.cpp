@@ -285,17 +285,24 @@ TEST_F(ColumnsTest, WidthsAndDraggedOrderArePersisted) {
     ReleaseButton(PointerButton::Left);
     ASSERT_TRUE(WaitUntil([&] { return list.ColumnWidth(1) == 115; })) << list.ColumnWidth(1);
 
-    const POINT from = list.HeaderPoint(2);
-    const POINT to = list.HeaderPoint(1);
-    MovePointer(from);
-    PressButton(PointerButton::Left);
-    MovePointer({from.x - 20, from.y});
-    MovePointer({to.x + 10, to.y});
-    MovePointer({to.x - 20, to.y});
-    ReleaseButton(PointerButton::Left);
-    ASSERT_TRUE(WaitUntil([&] {
-        return list.DisplayedTitles() == Names{L"Name", L"Artist", L"Size"};
-    }));
+    bool isMoved = false;
+    // An echo of an earlier move may end a drag where it began: a user would drag again.
+    for (int attempt = 0; attempt < 3 && !isMoved; ++attempt) {
+        const POINT from = list.HeaderPoint(2);
+        const POINT to = list.HeaderPoint(1);
+        SettlePointer(from);
+        PressButton(PointerButton::Left);
+        MovePointer({from.x - 20, from.y});
+        MovePointer({to.x + 10, to.y});
+        MovePointer({to.x - 20, to.y});
+        ReleaseButton(PointerButton::Left);
+        isMoved = WaitUntil(
+            [&] {
+                return list.DisplayedTitles() == Names{L"Name", L"Artist", L"Size"};
+            },
+            3000);
+    }
+    ASSERT_TRUE(isMoved);
     EXPECT_EQ(list.Titles(), (Names{L"Name", L"Size", L"Artist"}));
     EXPECT_EQ(stage.Close(), 0u);
     EXPECT_EQ(stage.Text(L"zKR-FileSelector-Cols"), L"Name\rArtist\rSize");
