@@ -48,11 +48,10 @@ bool XListView::SortRows(PFNLVCOMPARE compare, LPARAM context, std::vector<std::
         for (std::size_t row = 0; row < before.size(); ++row)
             rowData[static_cast<std::size_t>(ranks[row])] = before[row];
     }
-    if (rowsStay) {
+    if (rowsStay)
         RedrawInPlace(marks);
-        LeaveBatch();
-    } else {
-        EndBatch();
-    }
+    else
+        Ask(WM_SETREDRAW, TRUE);
+    LeaveBatch();
     return byParameter.AllDiffer();
 }

@@ -100,31 +100,12 @@ TEST_F(ListForm, CommandMarksTheWholeListAtItsEndAndNoRowByItself) {
     for (int number = 0; number < rows; ++number)
         files.Add((L"C:\\none\\song " + std::to_wstring(number) + L".abc").c_str());
     RunList(files, L"Name\rFolder", [&](const ShownList& shown) {
-        const HWND list = shown.List();
-        RECT client = {};
-        GetClientRect(list, &client);
+        // The line above the list reaches to its header.
         RECT first = {};
-        ListView_GetItemRect(list, 0, &first, LVIR_BOUNDS);
+        ListView_GetItemRect(shown.List(), 0, &first, LVIR_BOUNDS);
         for (const int command : {ID_UNCHECK_ALL, ID_CHECK_ALL, ID_INVERT_SELECTION}) {
             SCOPED_TRACE(command);
-            ASSERT_TRUE(PumpUntil([list] { return GetUpdateRect(list, nullptr, FALSE) == FALSE; }));
-            int turned = 0;
-            int marked = 0;
-            {
-                const RowWatch watch(shown.Dialog(), [&] {
-                    ++turned;
-                    // The line above the list reaches to its header.
-                    RECT area = {};
-                    GetUpdateRect(list, &area, FALSE);
-                    if (area.bottom > first.top) ++marked;
-                });
-                shown.ChooseForRows(command);
-            }
-            EXPECT_EQ(turned, rows);
-            EXPECT_EQ(marked, 0);
-            RECT atTheEnd = {};
-            GetUpdateRect(list, &atTheEnd, FALSE);
-            EXPECT_TRUE(EqualRect(&atTheEnd, &client)) << atTheEnd.bottom;
+            ExpectOneMark(shown, command, rows, first.top);
         }
     });
 }

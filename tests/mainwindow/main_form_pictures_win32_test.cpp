@@ -10,6 +10,7 @@
 #include "tests/mainwindow/main_form_stage.h"
 #include "tests/support/eventually.h"
 #include "tests/support/scratch_folder.h"
+#include "tests/ui/loaded_bitmap.h"
 
 namespace {
 
@@ -80,34 +81,21 @@ namespace {
 // A strip of four frames over their masks.
 class PictureStrip {
 public:
-    explicit PictureStrip(int id)
-        : bitmap(static_cast<HBITMAP>(LoadImageW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(id),
-                                                 IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION))),
-          context(CreateCompatibleDC(nullptr)),
-          before(SelectObject(context, bitmap)) {
-        BITMAP parts = {};
-        EXPECT_NE(GetObjectW(bitmap, sizeof parts, &parts), 0) << id;
+    explicit PictureStrip(int id) : bitmap(id) {
+        const BITMAP parts = bitmap.Description();
+        EXPECT_NE(parts.bmWidth, 0) << id;
         size = {parts.bmWidth / 4, parts.bmHeight / 2};
-    }
-    PictureStrip(const PictureStrip&) = delete;
-    PictureStrip& operator=(const PictureStrip&) = delete;
-    ~PictureStrip() {
-        SelectObject(context, before);
-        DeleteDC(context);
-        DeleteObject(bitmap);
     }
 
     SIZE FrameSize() const { return size; }
     // The first frame, where its mask lets it through.
     void DrawOn(const Canvas& canvas) const {
-        BitBlt(canvas.Dc(), 0, 0, size.cx, size.cy, context, 0, size.cy, SRCAND);
-        BitBlt(canvas.Dc(), 0, 0, size.cx, size.cy, context, 0, 0, SRCPAINT);
+        BitBlt(canvas.Dc(), 0, 0, size.cx, size.cy, bitmap.Dc(), 0, size.cy, SRCAND);
+        BitBlt(canvas.Dc(), 0, 0, size.cx, size.cy, bitmap.Dc(), 0, 0, SRCPAINT);
     }
 
 private:
-    HBITMAP bitmap;
-    HDC context;
-    HGDIOBJ before;
+    LoadedBitmap bitmap;
     SIZE size = {};
 };
 

@@ -9,21 +9,14 @@
 #include "tests/dialogs/dialog_loop.h"
 #include "tests/dialogs/open_list.h"
 #include "tests/dialogs/row_watch.h"
+#include "tests/mainwindow/main_form_stage.h"
 #include "tests/support/decoder_folder.h"
-#include "tests/support/import_stub.h"
 #include "tests/support/scratch_folder.h"
 #include "tests/support/scratch_registry.h"
-#include "tests/ui/pump.h"
 
 namespace {
 
 constexpr int rows = 300;
-
-std::wstring commandLine;
-
-LPWSTR WINAPI TellCommandLine() {
-    return commandLine.data();
-}
 
 // A main window over a folder with that many files, of which nothing is to be read.
 class RowCommands : public testing::Test {
@@ -35,35 +28,13 @@ protected:
         decoders.Add("one", "type=.abc|Some sound\n");
         for (int number = 0; number < rows; ++number)
             folder.AddFile((L"song" + std::to_wstring(number) + L".abc").c_str());
-        commandLine = std::wstring(L"program.exe ") + folder.Path().Chars();
     }
 
     ScratchRegistry registry;
     clScriptedFolder decoders;
     ScratchFolder folder;
-    const ImportStub line{"GetCommandLineW", &TellCommandLine};
+    const clCommandLine line{folder.Path().Chars()};
 };
-
-void ExpectOneMark(const ShownList& shown, int command) {
-    const HWND list = shown.List();
-    RECT client = {};
-    GetClientRect(list, &client);
-    ASSERT_TRUE(PumpUntil([list] { return GetUpdateRect(list, nullptr, FALSE) == FALSE; }));
-    int turned = 0;
-    int marked = 0;
-    {
-        const RowWatch watch(shown.Dialog(), [&] {
-            ++turned;
-            marked += GetUpdateRect(list, nullptr, FALSE) != FALSE ? 1 : 0;
-        });
-        shown.ChooseForRows(command);
-    }
-    EXPECT_EQ(turned, rows);
-    EXPECT_EQ(marked, 0);
-    RECT atTheEnd = {};
-    GetUpdateRect(list, &atTheEnd, FALSE);
-    EXPECT_TRUE(EqualRect(&atTheEnd, &client)) << atTheEnd.bottom;
-}
 
 }  // namespace
 
@@ -77,7 +48,7 @@ TEST_F(RowCommands, MarkTheWholeListAtTheirEndAndNoRowByItself) {
             ASSERT_TRUE(shown.IsTicked(rows - 1));
             for (const int command : {ID_UNCHECK_ALL, ID_CHECK_ALL, ID_INVERT_SELECTION}) {
                 SCOPED_TRACE(command);
-                ExpectOneMark(shown, command);
+                ExpectOneMark(shown, command, rows);
                 EXPECT_EQ(shown.IsTicked(rows - 1), command == ID_CHECK_ALL);
             }
         },
